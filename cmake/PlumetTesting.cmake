@@ -1,0 +1,22 @@
+include(GoogleTest)
+
+# Pictures that tests render land here, so that a person can look at them.
+set(PLUMET_TEST_OUTPUT ${CMAKE_BINARY_DIR}/test-output)
+file(MAKE_DIRECTORY ${PLUMET_TEST_OUTPUT})
+
+# plumet_test(NAME SOURCES a.cpp b.cpp LIBS lib1 lib2 [ENV VAR=value ...])
+# One GoogleTest executable; each of its tests becomes one CTest test. Qt runs
+# on the offscreen platform unless a test sets the environment itself.
+function(plumet_test name)
+    cmake_parse_arguments(T "" "" "SOURCES;LIBS;ENV" ${ARGN})
+    add_executable(${name} ${T_SOURCES})
+    target_link_libraries(${name} PRIVATE ${T_LIBS} GTest::gtest GTest::gtest_main)
+    target_compile_definitions(${name} PRIVATE
+        PLUMET_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+        PLUMET_BINARY_DIR="${CMAKE_BINARY_DIR}"
+        PLUMET_TEST_OUTPUT="${PLUMET_TEST_OUTPUT}")
+    set(env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/xdg-runtime
+            ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ${T_ENV})
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                         PROPERTIES ENVIRONMENT "${env}" TIMEOUT 600)
+endfunction()
