@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/fonts/WinFontTypes.h"
+
+// The 16-bit code unit of a byte of Windows code page 1252 (Latin 1 with
+// typographic marks from 0x80 to 0x9F; the five unassigned bytes map to the
+// control codes of the same value).
+WCHAR16 WideFromCodePage1252(unsigned char byte);
