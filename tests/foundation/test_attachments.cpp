@@ -9,22 +9,19 @@
 
 namespace {
 
-struct Seen {
-    std::int32_t message;
-    void* parameter;
-};
-
-class RecordingAttachment : public WAttachment {
+class Recording : public WAttachment {
   public:
-    RecordingAttachment(std::int32_t message, bool runHost, int* deaths = nullptr)
+    Recording(std::int32_t message, bool runHost, int* deaths = nullptr)
         : WAttachment(message, runHost), fDeaths(deaths) {}
-    ~RecordingAttachment() override {
+    ~Recording() override {
         if (fDeaths) ++*fDeaths;
     }
     void RunSelf(std::int32_t message, void* parameter) override {
-        seen.push_back({message, parameter});
+        messages.push_back(message);
+        lastParameter = parameter;
     }
-    std::vector<Seen> seen;
+    std::vector<std::int32_t> messages;
+    void* lastParameter = nullptr;
 
   private:
     int* fDeaths;
@@ -34,113 +31,85 @@ class Host : public WAttachable {};
 
 } // namespace
 
-TEST(Attachments, AttachmentRunsForItsOwnMessageOnly) {
+TEST(Attachments, RunOnlyForTheirMessageAndAllRun) {
     Host host;
-    RecordingAttachment submit(kMsgSubmitAdorners, false);
+    Recording submit(kMsgSubmitAdorners, false);
+    Recording any(kMsgAnyMessage, true);
     host.AddAttachment(&submit, 0, false);
+    host.AddAttachment(&any, 0, false);
     EXPECT_EQ(submit.GetOwner(), nullptr);
 
     int context = 0;
     EXPECT_FALSE(host.RunAttachments(kMsgSubmitAdorners, &context));
     EXPECT_TRUE(host.RunAttachments(kMsgAdornerSecondPass, &context));
-    ASSERT_EQ(submit.seen.size(), 1u);
-    EXPECT_EQ(submit.seen[0].message, kMsgSubmitAdorners);
-    EXPECT_EQ(submit.seen[0].parameter, &context);
+    EXPECT_EQ(submit.messages, (std::vector<std::int32_t>{kMsgSubmitAdorners}));
+    EXPECT_EQ(submit.lastParameter, &context);
+    // The false of the first did not stop the second.
+    EXPECT_EQ(any.messages, (std::vector<std::int32_t>{kMsgSubmitAdorners, kMsgAdornerSecondPass}));
 
-    submit.SetRunHost(true);
-    EXPECT_TRUE(host.RunAttachments(kMsgSubmitAdorners, nullptr));
     submit.SetMessage(kMsgAdornerSecondPass);
-    host.RunAttachments(kMsgSubmitAdorners, nullptr);
-    host.RunAttachments(kMsgAdornerSecondPass, nullptr);
-    ASSERT_EQ(submit.seen.size(), 3u);
-    EXPECT_EQ(submit.seen[2].message, kMsgAdornerSecondPass);
-    host.RemoveAttachment(&submit);
-}
-
-TEST(Attachments, AnyMessageAttachmentAndNoStopAtFalse) {
-    Host host;
-    RecordingAttachment refuses(kMsgSubmitAdorners, false);
-    RecordingAttachment any(kMsgAnyMessage, true);
-    host.AddAttachment(&refuses, 0, false);
-    host.AddAttachment(&any, 0, false);
-    EXPECT_FALSE(host.RunAttachments(kMsgSubmitAdorners, nullptr));
-    EXPECT_TRUE(host.RunAttachments(12345, nullptr));
-    EXPECT_TRUE(host.RunAttachments(kMsgCommandStatus, nullptr));
-    ASSERT_EQ(any.seen.size(), 3u);
-    EXPECT_EQ(any.seen[0].message, kMsgSubmitAdorners);
-    EXPECT_EQ(any.seen[1].message, 12345);
-    EXPECT_EQ(any.seen[2].message, kMsgCommandStatus);
-    EXPECT_EQ(refuses.seen.size(), 1u);
+    submit.SetRunHost(true);
+    EXPECT_TRUE(host.RunAttachments(kMsgAdornerSecondPass, nullptr));
+    EXPECT_EQ(submit.messages.back(), kMsgAdornerSecondPass);
 
     // A removed attachment leaves an empty slot that is passed over.
-    host.RemoveAttachment(&refuses);
-    EXPECT_TRUE(host.RunAttachments(kMsgSubmitAdorners, nullptr));
-    EXPECT_EQ(refuses.seen.size(), 1u);
-    EXPECT_EQ(host.GetAttachmentCount(), 2);
+    host.RemoveAttachment(&submit);
+    host.RunAttachments(kMsgAdornerSecondPass, nullptr);
+    EXPECT_EQ(submit.messages.size(), 2u);
+    EXPECT_EQ(any.messages.size(), 4u);
     host.RemoveAttachment(&any);
 }
 
 TEST(Attachments, HostDeletesOnlyWhatItOwns) {
     int deaths = 0;
-    auto* owned = new RecordingAttachment(kMsgAnyMessage, true, &deaths);
-    auto notOwned = std::make_unique<RecordingAttachment>(kMsgAnyMessage, true, &deaths);
+    auto* owned = new Recording(kMsgAnyMessage, true, &deaths);
+    auto notOwned = std::make_unique<Recording>(kMsgAnyMessage, true, &deaths);
+    auto member = std::make_unique<Recording>(kMsgAnyMessage, true, &deaths);
     {
         Host host;
         host.AddAttachment(owned, 0, true);
         host.AddAttachment(notOwned.get(), 0, false);
+        host.AddAttachment(member.get(), 0, false);
         EXPECT_EQ(owned->GetOwner(), &host);
-        EXPECT_EQ(notOwned->GetOwner(), nullptr);
+        // One that its maker deletes first is never looked at again.
+        member.reset();
+        EXPECT_EQ(deaths, 1);
     }
-    EXPECT_EQ(deaths, 1);
-    notOwned.reset();
     EXPECT_EQ(deaths, 2);
-
-    // An attachment that belongs to its maker may die before the host: the
-    // host does not look at it on its way out.
-    auto host = std::make_unique<Host>();
-    auto member = std::make_unique<RecordingAttachment>(kMsgSubmitAdorners, true, &deaths);
-    host->AddAttachment(member.get(), 0, false);
-    member.reset();
-    host.reset();
+    notOwned.reset();
     EXPECT_EQ(deaths, 3);
 }
 
-TEST(Attachments, OwnedAttachmentDyingLeavesTheHost) {
+TEST(Attachments, OwnedAttachmentLeavesTheHostWhenDeletedOrRemoved) {
     int deaths = 0;
     Host host;
-    auto* first = new RecordingAttachment(kMsgAnyMessage, false, &deaths);
-    auto* second = new RecordingAttachment(kMsgAnyMessage, true, &deaths);
+    auto* first = new Recording(kMsgAnyMessage, false, &deaths);
+    auto* second = new Recording(kMsgAnyMessage, true, &deaths);
     host.AddAttachment(first, 0, true);
     host.AddAttachment(second, 0, true);
     delete first;
     EXPECT_FALSE(host.HasAttachment(first));
     EXPECT_TRUE(host.RunAttachments(1, nullptr));
-    EXPECT_EQ(second->seen.size(), 1u);
 
-    // Removing gives the attachment back to the caller.
     host.RemoveAttachment(second);
     EXPECT_EQ(second->GetOwner(), nullptr);
     host.RemoveAllAttachments();
-    EXPECT_EQ(deaths, 1);
     EXPECT_EQ(host.GetAttachmentCount(), 0);
+    EXPECT_EQ(deaths, 1);
     delete second;
-    EXPECT_EQ(deaths, 2);
 }
 
 TEST(Attachments, TableHoldsTen) {
     Host host;
-    std::vector<std::unique_ptr<RecordingAttachment>> attachments;
+    std::vector<std::unique_ptr<Recording>> attachments;
     for (int i = 0; i < 11; ++i) {
-        attachments.push_back(std::make_unique<RecordingAttachment>(kMsgAnyMessage, true));
+        attachments.push_back(std::make_unique<Recording>(kMsgAnyMessage, true));
         host.AddAttachment(attachments.back().get(), 0, true);
     }
     EXPECT_EQ(host.GetAttachmentCount(), 10);
-    EXPECT_FALSE(host.HasAttachment(attachments[10].get()));
     EXPECT_EQ(attachments[10]->GetOwner(), nullptr);
     host.RunAttachments(1, nullptr);
-    EXPECT_EQ(attachments[9]->seen.size(), 1u);
-    EXPECT_TRUE(attachments[10]->seen.empty());
-    // The attachments die first here and take themselves out of the host.
-    attachments.clear();
+    EXPECT_TRUE(attachments[10]->messages.empty());
+    attachments.clear(); // each takes itself out of the host
     EXPECT_TRUE(host.RunAttachments(1, nullptr));
 }
