@@ -1,0 +1,41 @@
+#include "host/Alerts.h"
+
+#include "host/GuiSession.h"
+#include "resources/Strings.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <cstdio>
+
+namespace {
+MessageSink gSink = nullptr;
+
+std::string AboutText() {
+    return "FlyWORD Plumet\nLumerra 3D\n\nExtruded 3D text set along a path, lit, textured "
+           "and rendered into your image.";
+}
+} // namespace
+
+void SetMessageSink(MessageSink sink) {
+    gSink = sink;
+}
+
+void ShowAlert(int stringId, QWidget* parent) {
+    const std::string text = plumet::LoadString(stringId);
+    if (gSink) return gSink(stringId, text);
+    if (GuiSession::Active()) {
+        QMessageBox::warning(parent,
+                             QString::fromStdString(plumet::LoadString(plumet::kStrAlertTitle)),
+                             QString::fromStdString(text));
+        return;
+    }
+    std::fprintf(stderr, "%s: %s\n", plumet::LoadString(plumet::kStrAlertTitle).c_str(),
+                 text.c_str());
+}
+
+void ShowAboutBox(intptr_t /*parentWindow*/, bool /*useModuleResources*/) {
+    if (gSink) return gSink(kAboutBoxId, AboutText());
+    GuiSession session;
+    if (!session.Ok()) return; // nowhere to show it; the host still gets its answer
+    QMessageBox::about(nullptr, "About FlyWORD Plumet", QString::fromStdString(AboutText()));
+}
