@@ -171,20 +171,24 @@ int EnumFontFamiliesA(HDC context, const char* family, FONTENUMPROCA callback, s
         std::lock_guard<std::mutex> guard(State().lock);
         faces = State().Faces();
     }
+    // Families go by their name as it fits into a logical font.
+    auto familyKey = [](const std::string& name) { return name.substr(0, LF_FACESIZE - 1); };
     int result = 1;
     if (!family) {
         std::vector<std::string> seen;
         for (const OutlineFace& face : faces) {
-            if (std::find(seen.begin(), seen.end(), face.info.family) != seen.end()) continue;
-            seen.push_back(face.info.family);
+            const std::string key = familyKey(face.info.family);
+            if (std::find(seen.begin(), seen.end(), key) != seen.end()) continue;
+            seen.push_back(key);
             ENUMLOGFONTA familyFont = face.logFont;
+            CopyText(familyFont.elfLogFont.lfFaceName, LF_FACESIZE, key);
             CopyText(familyFont.elfFullName, sizeof familyFont.elfFullName, face.info.family);
             result = callback(&familyFont, &face.metrics, TRUETYPE_FONTTYPE, data);
             if (!result) break;
         }
     } else {
         for (const OutlineFace& face : faces) {
-            if (face.info.family != family) continue;
+            if (familyKey(face.info.family) != family) continue;
             result = callback(&face.logFont, &face.metrics, TRUETYPE_FONTTYPE, data);
             if (!result) break;
         }

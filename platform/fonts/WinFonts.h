@@ -12,8 +12,9 @@
 
 #include <cstdint>
 
-// Called once per family (no family name given) or once per face of the named
-// family; enumeration goes on while it answers non-zero.
+// Called once per family (no family name given; lfFaceName then holds the
+// family name) or once per face of the named family (lfFaceName then holds
+// the face's key); enumeration goes on while it answers non-zero.
 using FONTENUMPROCA = int (*)(const ENUMLOGFONTA* font, const NEWTEXTMETRICA* metrics,
                               DWORD fontType, std::intptr_t data);
 

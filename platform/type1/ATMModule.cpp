@@ -39,7 +39,9 @@ struct ServiceState {
     }
 };
 
-std::unique_ptr<ServiceState> gService;
+// A plain pointer, so that nothing of the service is torn down at exit behind
+// the back of a caller that still means to call ATMFinish.
+ServiceState* gService = nullptr;
 
 struct Segment {
     bool curve;
@@ -185,8 +187,11 @@ std::int32_t GetOutline(HDC context, unsigned codePoint, const ATMFixedMatrix* m
 } // namespace
 
 ATM_EXPORT int ATMProperlyLoaded() {
-    if (!gService) gService.reset(new (std::nothrow) ServiceState);
-    if (gService && !gService->cache.Ready()) gService.reset();
+    if (!gService) gService = new (std::nothrow) ServiceState;
+    if (gService && !gService->cache.Ready()) {
+        delete gService;
+        gService = nullptr;
+    }
     return gService != nullptr;
 }
 
@@ -223,6 +228,7 @@ ATM_EXPORT std::int32_t ATMGetOutlineW(HDC context, std::uint16_t character,
 }
 
 ATM_EXPORT int ATMFinish() {
-    gService.reset();
+    delete gService;
+    gService = nullptr;
     return 1;
 }
