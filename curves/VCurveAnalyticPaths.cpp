@@ -176,7 +176,10 @@ void VCurveSphericalHelix::ComputeRange() {
     }
     paramMin = min;
     paramMax = max;
-    paramStep = (max - min) / 200.0f;
+    // A hair under a 200th of the range, so that the rounding of the 200
+    // single-precision additions of the grid never pushes the last sample
+    // past paramMax: the grid always has 201 samples.
+    paramStep = (max - min) / 200.0f * (1.0f - 1e-5f);
 }
 
 void VCurveSphericalHelix::SetFirst(float v) {
