@@ -1,0 +1,262 @@
+// TIFF through libtiff. 8-bit RGB, RGB with transparency and CMYK in strips
+// are read sample for sample, so that they round-trip exactly; any other
+// TIFF that libtiff can decode (grey, palette, 16-bit, tiled, YCbCr, ...) is
+// read through its RGBA reader.
+#include "hosts/ImageFiles.h"
+
+#include <tiffio.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+
+namespace plumet::hosts {
+
+namespace {
+
+// libtiff's messages go into the open file's own string, not to stderr.
+struct TiffMessages {
+    std::string firstError;
+};
+
+int OnTiffError(TIFF*, void* user, const char*, const char* fmt, va_list args) {
+    auto* messages = static_cast<TiffMessages*>(user);
+    if (messages && messages->firstError.empty()) {
+        char text[512];
+        std::vsnprintf(text, sizeof text, fmt, args);
+        messages->firstError = text;
+    }
+    return 1;
+}
+
+int OnTiffWarning(TIFF*, void*, const char*, const char*, va_list) {
+    return 1;
+}
+
+struct TiffCloser {
+    void operator()(TIFF* tif) const { TIFFClose(tif); }
+};
+using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
+
+TiffPtr OpenTiff(const std::string& path, const char* mode, TiffMessages& messages) {
+    TIFFOpenOptions* options = TIFFOpenOptionsAlloc();
+    if (!options) return nullptr;
+    TIFFOpenOptionsSetErrorHandlerExtR(options, OnTiffError, &messages);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, OnTiffWarning, &messages);
+    // A damaged header must not make libtiff ask for gigabytes at once.
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options, tmsize_t(kMaxImageBytes));
+    TiffPtr tif(TIFFOpenExt(path.c_str(), mode, options));
+    TIFFOpenOptionsFree(options);
+    return tif;
+}
+
+std::string Reason(const TiffMessages& messages, const char* fallback) {
+    return messages.firstError.empty() ? fallback : messages.firstError;
+}
+
+// Straight alpha from premultiplied colour.
+void Unpremultiply(uint8_t* px) {
+    const unsigned a = px[3];
+    if (a == 0 || a == 255) return;
+    for (int k = 0; k < 3; ++k)
+        px[k] = uint8_t(std::min(255u, (px[k] * 255u + a / 2) / a));
+}
+
+bool ReadScanlines(TIFF* tif, HostImage& image, uint16_t planar, int samples, bool associated,
+                   const std::string& path, const TiffMessages& messages, std::string& error) {
+    const tmsize_t lineSize = TIFFScanlineSize(tif);
+    const tmsize_t wanted =
+        planar == PLANARCONFIG_CONTIG ? tmsize_t(image.width) * samples : tmsize_t(image.width);
+    if (lineSize < wanted) {
+        error = path + ": inconsistent TIFF scanline size";
+        return false;
+    }
+    std::vector<uint8_t> line;
+    try {
+        line.resize(size_t(lineSize));
+    } catch (const std::bad_alloc&) {
+        error = path + ": out of memory reading the TIFF";
+        return false;
+    }
+    const int planes = image.Planes();
+    const int passes = planar == PLANARCONFIG_CONTIG ? 1 : samples;
+    for (int pass = 0; pass < passes; ++pass) {
+        for (int row = 0; row < image.height; ++row) {
+            if (TIFFReadScanline(tif, line.data(), uint32_t(row), uint16_t(pass)) < 0) {
+                error = path + ": damaged TIFF: " + Reason(messages, "cannot read a scanline");
+                return false;
+            }
+            uint8_t* dst = image.Pixel(row, 0);
+            if (planar == PLANARCONFIG_CONTIG) {
+                for (int col = 0; col < image.width; ++col)
+                    std::memcpy(dst + col * planes, line.data() + col * samples, size_t(planes));
+            } else if (pass < planes) {
+                for (int col = 0; col < image.width; ++col)
+                    dst[col * planes + pass] = line[col];
+            }
+        }
+    }
+    if (associated && image.hasAlpha)
+        for (int row = 0; row < image.height; ++row)
+            for (int col = 0; col < image.width; ++col)
+                Unpremultiply(image.Pixel(row, col));
+    return true;
+}
+
+bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, const std::string& path,
+                     const TiffMessages& messages, std::string& error) {
+    std::vector<uint32_t> raster;
+    try {
+        raster.resize(size_t(image.width) * size_t(image.height));
+    } catch (const std::bad_alloc&) {
+        error = path + ": out of memory reading the TIFF";
+        return false;
+    }
+    if (!TIFFReadRGBAImageOriented(tif, uint32_t(image.width), uint32_t(image.height),
+                                   raster.data(), ORIENTATION_TOPLEFT, 0)) {
+        error =
+            path + ": unsupported or damaged TIFF: " + Reason(messages, "libtiff cannot decode it");
+        return false;
+    }
+    const uint32_t* src = raster.data();
+    for (int row = 0; row < image.height; ++row) {
+        uint8_t* dst = image.Pixel(row, 0);
+        for (int col = 0; col < image.width; ++col, ++src) {
+            dst[0] = uint8_t(TIFFGetR(*src));
+            dst[1] = uint8_t(TIFFGetG(*src));
+            dst[2] = uint8_t(TIFFGetB(*src));
+            if (hasAlpha) {
+                dst[3] = uint8_t(TIFFGetA(*src));
+                Unpremultiply(dst); // the RGBA reader premultiplies
+                dst += 4;
+            } else {
+                dst += 3;
+            }
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error) {
+    TiffMessages messages;
+    TiffPtr tif = OpenTiff(path, "r", messages);
+    if (!tif) {
+        error = path + ": cannot read the TIFF: " + Reason(messages, "not a TIFF file");
+        return false;
+    }
+    uint32_t width = 0, height = 0;
+    uint16_t bits = 8, samples = 1, photometric = PHOTOMETRIC_RGB, planar = PLANARCONFIG_CONTIG;
+    uint16_t inkSet = INKSET_CMYK;
+    uint16_t extraCount = 0;
+    uint16_t* extra = nullptr;
+    TIFFGetField(tif.get(), TIFFTAG_IMAGEWIDTH, &width);
+    TIFFGetField(tif.get(), TIFFTAG_IMAGELENGTH, &height);
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_BITSPERSAMPLE, &bits);
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_SAMPLESPERPIXEL, &samples);
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_PLANARCONFIG, &planar);
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_EXTRASAMPLES, &extraCount, &extra);
+    if (!TIFFGetField(tif.get(), TIFFTAG_PHOTOMETRIC, &photometric)) {
+        error = path + ": damaged TIFF: no photometric interpretation";
+        return false;
+    }
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_INKSET, &inkSet);
+    if (width == 0 || height == 0 || width > uint32_t(kMaxImageSide) ||
+        height > uint32_t(kMaxImageSide)) {
+        error = path + ": the TIFF is " + std::to_string(width) + " by " + std::to_string(height) +
+                " pixels; between 1 and " + std::to_string(kMaxImageSide) +
+                " a side can be filtered";
+        return false;
+    }
+    const bool alphaSample =
+        extraCount > 0 && extra &&
+        (extra[0] == EXTRASAMPLE_UNASSALPHA || extra[0] == EXTRASAMPLE_ASSOCALPHA);
+    const bool associated = alphaSample && extra[0] == EXTRASAMPLE_ASSOCALPHA;
+    const bool strips = !TIFFIsTiled(tif.get());
+
+    if (photometric == PHOTOMETRIC_SEPARATED) {
+        if (inkSet != INKSET_CMYK || samples - extraCount != 4) {
+            error = path + ": unsupported TIFF: separated colour other than CMYK";
+            return false;
+        }
+        if (alphaSample) {
+            error = path + ": unsupported TIFF: CMYK with transparency";
+            return false;
+        }
+        if (bits != 8 || !strips) {
+            error = path + ": unsupported TIFF: CMYK must have 8 bits per sample, in strips";
+            return false;
+        }
+        HostImage made;
+        if (!MakeImage(int(width), int(height), ColourModel::CMYK, false, made, error)) {
+            error = path + ": " + error;
+            return false;
+        }
+        if (!ReadScanlines(tif.get(), made, planar, samples, false, path, messages, error))
+            return false;
+        image = std::move(made);
+        return true;
+    }
+
+    const bool direct = photometric == PHOTOMETRIC_RGB && bits == 8 && strips &&
+                        (samples == 3 || (samples == 4 && alphaSample));
+    HostImage made;
+    if (!MakeImage(int(width), int(height), ColourModel::RGB, alphaSample, made, error)) {
+        error = path + ": " + error;
+        return false;
+    }
+    const bool ok =
+        direct ? ReadScanlines(tif.get(), made, planar, samples, associated, path, messages, error)
+               : ReadThroughRgba(tif.get(), made, alphaSample, path, messages, error);
+    if (ok) image = std::move(made);
+    return ok;
+}
+
+bool WriteTiffFile(const std::string& path, const HostImage& image, std::string& error) {
+    TiffMessages messages;
+    TiffPtr tif = OpenTiff(path, "w", messages);
+    if (!tif) {
+        error = path + ": cannot write: " + Reason(messages, "cannot create the file");
+        return false;
+    }
+    TIFF* t = tif.get();
+    const int planes = image.Planes();
+    TIFFSetField(t, TIFFTAG_IMAGEWIDTH, uint32_t(image.width));
+    TIFFSetField(t, TIFFTAG_IMAGELENGTH, uint32_t(image.height));
+    TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, uint16_t(8));
+    TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, uint16_t(planes));
+    TIFFSetField(t, TIFFTAG_PLANARCONFIG, uint16_t(PLANARCONFIG_CONTIG));
+    TIFFSetField(t, TIFFTAG_ORIENTATION, uint16_t(ORIENTATION_TOPLEFT));
+    TIFFSetField(t, TIFFTAG_COMPRESSION, uint16_t(COMPRESSION_LZW));
+    TIFFSetField(t, TIFFTAG_PREDICTOR, uint16_t(PREDICTOR_HORIZONTAL));
+    if (image.model == ColourModel::CMYK) {
+        TIFFSetField(t, TIFFTAG_PHOTOMETRIC, uint16_t(PHOTOMETRIC_SEPARATED));
+        TIFFSetField(t, TIFFTAG_INKSET, uint16_t(INKSET_CMYK));
+    } else {
+        TIFFSetField(t, TIFFTAG_PHOTOMETRIC, uint16_t(PHOTOMETRIC_RGB));
+    }
+    if (image.hasAlpha) {
+        const uint16_t extra[1] = {EXTRASAMPLE_UNASSALPHA};
+        TIFFSetField(t, TIFFTAG_EXTRASAMPLES, uint16_t(1), extra);
+    }
+    TIFFSetField(t, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(t, 0));
+    std::vector<uint8_t> line(image.RowBytes()); // libtiff may scribble on the row it is given
+    for (int row = 0; row < image.height; ++row) {
+        std::memcpy(line.data(), image.Pixel(row, 0), line.size());
+        if (TIFFWriteScanline(t, line.data(), uint32_t(row), 0) < 0) {
+            error = path + ": cannot write: " + Reason(messages, "libtiff failed");
+            return false;
+        }
+    }
+    if (!TIFFFlush(t)) {
+        error = path + ": cannot write: " + Reason(messages, "libtiff failed to flush");
+        return false;
+    }
+    return true;
+}
+
+} // namespace plumet::hosts
