@@ -1,0 +1,106 @@
+// The command-line host with the real filter module, run without a window in
+// every filter case.
+#include "TestSupport.h"
+#include "hosts/ImageFiles.h"
+#include "hosts/ResultCodes.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace plumet::hosts;
+using namespace plumet::hosts::testing;
+
+namespace {
+
+const std::string kModule = std::string(PLUMET_BINARY_DIR) + "/host/plumet.8bf";
+
+class RealModule : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        dir_ = ScratchDir(std::string("real_") + info->name());
+        // The filter keeps its preferences in XDG_CONFIG_HOME: a fresh one per test.
+        env_ = {"XDG_STATE_HOME=" + dir_ + "/state", "XDG_CONFIG_HOME=" + dir_ + "/config",
+                "XDG_RUNTIME_DIR=" + dir_};
+        std::string error;
+        ASSERT_TRUE(WriteImageFile(In("rgb.png"), Pattern(64, 48, ColourModel::RGB, false), error));
+        ASSERT_TRUE(WriteImageFile(In("rgba.png"), Pattern(64, 48, ColourModel::RGB, true), error));
+        ASSERT_TRUE(
+            WriteImageFile(In("cmyk.tif"), Pattern(64, 48, ColourModel::CMYK, false), error));
+    }
+    std::string In(const std::string& name) const { return dir_ + "/" + name; }
+    Command Run(std::vector<std::string> args) {
+        args.insert(args.begin(), {"--plugin", kModule});
+        return RunPlumet(args, env_);
+    }
+    std::string dir_;
+    std::vector<std::string> env_;
+};
+
+} // namespace
+
+TEST_F(RealModule, InfoNamesTheFilter) {
+    const Command c = Run({"--info"});
+    ASSERT_EQ(c.status, 0) << c.err;
+    EXPECT_NE(c.out.find("Name: FlyWORD Plumet"), std::string::npos) << c.out;
+    EXPECT_NE(c.out.find("Category: Lumerra 3D"), std::string::npos);
+    EXPECT_NE(c.out.find("Image modes: RGB, CMYK"), std::string::npos);
+}
+
+TEST_F(RealModule, RunsWithoutAWindowInEveryFilterCase) {
+    struct Case {
+        std::vector<std::string> args;
+        const char* output;
+        ColourModel model;
+        bool alpha;
+    } cases[] = {
+        {{In("rgb.png")}, "case1.png", ColourModel::RGB, false},
+        {{"--select", "8,6,40,30", In("rgb.png")}, "case2.png", ColourModel::RGB, false},
+        {{In("cmyk.tif")}, "case1cmyk.tif", ColourModel::CMYK, false},
+        {{"--select", "8,6,40,30", In("cmyk.tif")}, "case2cmyk.tif", ColourModel::CMYK, false},
+        {{In("rgba.png")}, "case4.png", ColourModel::RGB, true},
+        {{"--select", "8,6,40,30", In("rgba.png")}, "case5.png", ColourModel::RGB, true},
+        {{"--protect-transparency", In("rgba.png")}, "case6.png", ColourModel::RGB, true},
+        {{"--protect-transparency", "--select", "8,6,40,30", In("rgba.png")},
+         "case7.tif",
+         ColourModel::RGB,
+         true},
+        {{"--no-filter-cases", In("rgb.png")}, "case0.png", ColourModel::RGB, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.output);
+        std::vector<std::string> args = c.args;
+        args.push_back("--no-window");
+        args.push_back(In(c.output));
+        const Command result = Run(args);
+        ASSERT_EQ(result.status, kExitSuccess) << result.err;
+        HostImage out;
+        std::string error;
+        ASSERT_TRUE(ReadImageFile(In(c.output), out, error)) << error;
+        EXPECT_EQ(out.width, 64);
+        EXPECT_EQ(out.height, 48);
+        EXPECT_EQ(out.model, c.model);
+        EXPECT_EQ(out.hasAlpha, c.alpha);
+        // Outside the selection nothing changes.
+        if (std::find(c.args.begin(), c.args.end(), "--select") != c.args.end()) {
+            const HostImage in = Pattern(64, 48, c.model, c.alpha);
+            EXPECT_TRUE(
+                std::equal(out.Pixel(0, 0), out.Pixel(0, 0) + out.RowBytes() * 6, in.Pixel(0, 0)));
+        }
+    }
+    // Then a repeat with the kept record.
+    const Command repeat = Run({"--repeat", "--no-window", In("rgb.png"), In("repeat.png")});
+    EXPECT_EQ(repeat.status, kExitSuccess) << repeat.err;
+    EXPECT_TRUE(FileExists(In("repeat.png")));
+}
+
+TEST_F(RealModule, WithoutADisplayTheWindowedRunEndsWithOneLine) {
+    const Command c = Run({In("rgb.png"), In("out.png")});
+    if (c.status == kExitSuccess) {
+        EXPECT_TRUE(FileExists(In("out.png")));
+        return;
+    }
+    EXPECT_EQ(std::count(c.err.begin(), c.err.end(), '\n'), 1) << c.err;
+    EXPECT_FALSE(FileExists(In("out.png")));
+}
