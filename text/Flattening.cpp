@@ -156,5 +156,7 @@ void FlattenCubicContour(const RawContour& contour, CExpList& out) {
             i += 1;
         }
     }
-    if (wrap) out.Add(x(0), y(0), 0);
+    // The closing line back to the start, unless the last curve already ended
+    // there (its end point was the first point, read round the end).
+    if (wrap && i < n) out.Add(x(0), y(0), 0);
 }

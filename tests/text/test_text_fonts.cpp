@@ -23,6 +23,20 @@ bool IsClosed(const float* points, std::uint32_t count) {
     return count >= 2 && points[0] == points[2 * count - 2] && points[1] == points[2 * count - 1];
 }
 
+// No two successive points of a contour are the same.
+void ExpectNoEmptyEdges(const TextCharacter* chain) {
+    auto check = [](const float* p, std::uint32_t count) {
+        for (std::uint32_t i = 1; i < count; ++i)
+            EXPECT_FALSE(p[2 * i] == p[2 * i - 2] && p[2 * i + 1] == p[2 * i - 1]) << "point " << i;
+    };
+    for (const TextCharacter* c = chain; c; c = c->next)
+        for (const OuterContour* o = c->contours; o; o = o->next) {
+            check(o->points, o->count);
+            for (const HoleContour* h = o->holes; h; h = h->next)
+                check(h->points, h->count);
+        }
+}
+
 int SmoothPoints(const TextCharacter* c) {
     int n = 0;
     for (const OuterContour* o = c->contours; o; o = o->next) {
@@ -88,6 +102,15 @@ TEST(TextFontList, WithoutTheType1ModuleTrueTypeStillWorks) {
     Chain chain = Read("Ob");
     ASSERT_TRUE(chain);
     EXPECT_EQ(TopologyOf(chain.get()), (Topology{{1}, {1}}));
+    // An OpenType face with cubic outlines reads as the Type 1 face would,
+    // but with the font's own advances.
+    ASSERT_TRUE(SelectFont("Nimbus Sans"));
+    Chain cff = Read("OB8 H");
+    ASSERT_TRUE(cff);
+    EXPECT_EQ(TopologyOf(cff.get()), (Topology{{1}, {2}, {2}, {}, {0}}));
+    EXPECT_NEAR(cff->advance, 0.778, 0.04);
+    ExpectNoEmptyEdges(cff.get());
+    SaveChainPicture(cff.get(), "text_cff_nimbus.png");
     // A module path that holds no module is the same as none.
     SetType1ModulePath("/nonexistent/plumet_type1.so");
     ResetType1FontDirectory();
@@ -164,6 +187,7 @@ TEST(TextBothKinds, SameDesignSameTopologyClosedAndBounded) {
         Chain chain = Read(text);
         ASSERT_TRUE(chain);
         topologies[n++] = TopologyOf(chain.get());
+        ExpectNoEmptyEdges(chain.get());
         for (const TextCharacter* c : Characters(chain.get())) {
             EXPECT_GT(c->advance, 0.0f);
             for (const OuterContour* o = c->contours; o; o = o->next) {

@@ -184,6 +184,16 @@ TEST(TextFlatten, CubicWalkStartingOnAControlPoint) {
     EXPECT_EQ(out.points[2 * out.count - 2], 1.0f);
     EXPECT_EQ(out.points[2 * out.count - 1], 0.0f);
     EXPECT_GT(SmoothCount(out), 0);
+    // Starting on the curve, the last curve running into the start point:
+    // closed once, without a repeated point.
+    auto onStart = Contour({{1, 0, 1}, {0, 0, 1}, {0, -1, 0}, {1, -1, 0}});
+    CExpList closed;
+    FlattenCubicContour(*onStart, closed);
+    const std::uint32_t n = closed.count;
+    ASSERT_GE(n, 4u);
+    EXPECT_EQ(closed.points[2 * n - 2], 1.0f);
+    EXPECT_EQ(closed.points[2 * n - 1], 0.0f);
+    EXPECT_FALSE(closed.points[2 * n - 4] == 1.0f && closed.points[2 * n - 3] == 0.0f);
     // Damaged control flags never read past the end.
     auto odd = Contour({{0, 0, 1}, {1, 0, 0}});
     CExpList oddOut;
