@@ -123,13 +123,17 @@ int RunCommandLine(int argc, const char* const* argv) {
     }
 
     const std::string statePath = DefaultStatePath();
+    const PiPLInfo& info = module->Info();
+    const std::string owner = info.name + "\n" + info.category + "\n" + VersionText(info.version);
     KeptRecord kept;
     if (!statePath.empty()) {
         std::string warning;
-        if (LoadKeptRecord(statePath, kept.block, warning) == StateLoad::Damaged) Say(warning);
+        if (LoadKeptRecord(statePath, owner, kept.block, warning) == StateLoad::Damaged)
+            Say(warning);
     }
     if (options.repeat && !kept.block) {
-        Say("nothing to repeat: no filter settings are kept (run once without --repeat)");
+        Say("nothing to repeat: no settings of " + info.name +
+            " are kept (run once without --repeat)");
         return kExitNothingToRepeat;
     }
 
@@ -138,7 +142,7 @@ int RunCommandLine(int argc, const char* const* argv) {
     if (kept.block) {
         if (statePath.empty())
             Say("the filter's settings are not kept: neither XDG_STATE_HOME nor HOME is set");
-        else if (!SaveKeptRecord(statePath, kept.block, error))
+        else if (!SaveKeptRecord(statePath, owner, kept.block, error))
             Say("the filter's settings are not kept: " + error);
     }
 

@@ -128,8 +128,12 @@ std::unique_ptr<FilterHost> FilterHost::Create(HostImage source, const FilterSet
     r.descriptorParameters = &host->descriptor_;
     r.errorString = &host->errorString_;
 
-    gActiveHost = host.get();
+    host->Activate();
     return host;
+}
+
+void FilterHost::Activate() {
+    gActiveHost = this;
 }
 
 FilterHost::~FilterHost() {

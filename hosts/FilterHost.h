@@ -50,6 +50,10 @@ class FilterHost {
     FilterHost& operator=(const FilterHost&) = delete;
 
     FilterRecord& Record() { return record_; }
+
+    // Makes this the host that advanceState reaches. Create does it; a
+    // caller that keeps several hosts calls it before each run.
+    void Activate();
     const HostImage& Source() const { return source_; }
     const HostImage& Destination() const { return destination_; }
 

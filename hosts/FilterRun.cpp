@@ -19,6 +19,7 @@ bool SameRequest(const FilterRecord& a, const FilterRecord& b) {
 } // namespace
 
 RunOutcome RunFilter(FilterModule& module, FilterHost& host, Handle& parameters, bool repeat) {
+    host.Activate();
     FilterRecord& record = host.Record();
     record.parameters = parameters;
     RunOutcome outcome;

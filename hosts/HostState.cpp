@@ -15,10 +15,9 @@ namespace plumet::hosts {
 
 namespace {
 
-constexpr char kMagic[8] = {'P', 'L', 'M', 'H', 'O', 'S', 'T', '1'};
+constexpr char kMagic[8] = {'P', 'L', 'M', 'H', 'O', 'S', 'T', '2'};
 
-uint32_t Checksum(const uint8_t* data, std::size_t size) {
-    uint32_t hash = 2166136261u;
+uint32_t Checksum(const uint8_t* data, std::size_t size, uint32_t hash = 2166136261u) {
     for (std::size_t i = 0; i < size; ++i)
         hash = (hash ^ data[i]) * 16777619u;
     return hash;
@@ -56,7 +55,8 @@ std::string DefaultStatePath() {
     return "";
 }
 
-StateLoad LoadKeptRecord(const std::string& path, Handle& block, std::string& warning) {
+StateLoad LoadKeptRecord(const std::string& path, const std::string& owner, Handle& block,
+                         std::string& warning) {
     block = nullptr;
     std::ifstream in(path, std::ios::binary);
     if (!in) return StateLoad::Missing;
@@ -64,17 +64,26 @@ StateLoad LoadKeptRecord(const std::string& path, Handle& block, std::string& wa
         warning = path + " is damaged (" + why + "); the kept filter settings are ignored";
         return StateLoad::Damaged;
     };
-    uint8_t head[16];
+    uint8_t head[12];
     if (!in.read(reinterpret_cast<char*>(head), sizeof head)) return damaged("too short");
     if (std::memcmp(head, kMagic, sizeof kMagic) != 0) return damaged("not a host state file");
-    const uint64_t length = GetLE(head + 8, 8);
+    const uint64_t ownerLength = GetLE(head + 8, 4);
+    if (ownerLength > kMaxOwner) return damaged("owner length out of range");
+    std::vector<uint8_t> keptOwner(std::size_t(ownerLength) + 8);
+    if (!in.read(reinterpret_cast<char*>(keptOwner.data()), std::streamsize(keptOwner.size())))
+        return damaged("too short");
+    const uint64_t length = GetLE(keptOwner.data() + ownerLength, 8);
+    keptOwner.resize(std::size_t(ownerLength));
     if (length > kMaxKeptRecord) return damaged("record length out of range");
     std::vector<uint8_t> bytes(std::size_t(length) + 4);
     if (!in.read(reinterpret_cast<char*>(bytes.data()), std::streamsize(bytes.size())))
         return damaged("shorter than its length says");
     if (in.peek() != std::char_traits<char>::eof()) return damaged("longer than its length says");
-    if (Checksum(bytes.data(), std::size_t(length)) != uint32_t(GetLE(bytes.data() + length, 4)))
-        return damaged("checksum mismatch");
+    const uint32_t sum =
+        Checksum(bytes.data(), std::size_t(length), Checksum(keptOwner.data(), keptOwner.size()));
+    if (sum != uint32_t(GetLE(bytes.data() + length, 4))) return damaged("checksum mismatch");
+    const std::string cut = owner.substr(0, kMaxOwner);
+    if (std::string(keptOwner.begin(), keptOwner.end()) != cut) return StateLoad::OtherOwner;
     block = PIGlobalAlloc(PIGlobalZeroInit, std::size_t(length));
     if (!block) {
         warning = "out of memory for the kept filter settings; they are ignored";
@@ -84,7 +93,8 @@ StateLoad LoadKeptRecord(const std::string& path, Handle& block, std::string& wa
     return StateLoad::Loaded;
 }
 
-bool SaveKeptRecord(const std::string& path, Handle block, std::string& error) {
+bool SaveKeptRecord(const std::string& path, const std::string& owner, Handle block,
+                    std::string& error) {
     if (path.empty()) {
         error = "no place for the host state (neither XDG_STATE_HOME nor HOME is set)";
         return false;
@@ -103,11 +113,15 @@ bool SaveKeptRecord(const std::string& path, Handle block, std::string& error) {
         error = "cannot make the directory of " + path + ": " + std::strerror(errno);
         return false;
     }
+    const std::string cut = owner.substr(0, kMaxOwner);
+    const auto* ownerBytes = reinterpret_cast<const uint8_t*>(cut.data());
     std::vector<uint8_t> out(kMagic, kMagic + sizeof kMagic);
+    PutLE(out, cut.size(), 4);
+    out.insert(out.end(), ownerBytes, ownerBytes + cut.size());
     PutLE(out, size, 8);
     const auto* data = static_cast<const uint8_t*>(block);
     out.insert(out.end(), data, data + size);
-    PutLE(out, Checksum(data, size), 4);
+    PutLE(out, Checksum(data, size, Checksum(ownerBytes, cut.size())), 4);
 
     const std::string temp = path + ".new";
     {

@@ -1,10 +1,15 @@
 // The filter's record kept between runs of the command-line host, the way an
 // image editor keeps it for the length of a session.
 //
-// File format: the 8 bytes "PLMHOST1", the record's length as a 64-bit
-// little-endian number, the record's bytes, and a 32-bit little-endian
-// FNV-1a checksum of those bytes. A file that does not match in every part
-// is treated as damaged and ignored.
+// The record belongs to one filter: the file names its owner (the filter's
+// name, category and version), and a record is handed back only to that
+// filter, never to another one that would read it as its own layout.
+//
+// File format: the 8 bytes "PLMHOST2"; the owner's length as a 32-bit
+// little-endian number and its bytes; the record's length as a 64-bit
+// little-endian number and its bytes; a 32-bit little-endian FNV-1a checksum
+// of the owner's and the record's bytes. A file that does not match in every
+// part is treated as damaged and ignored.
 #ifndef PLUMET_HOSTS_HOSTSTATE_H
 #define PLUMET_HOSTS_HOSTSTATE_H
 
@@ -22,17 +27,23 @@ constexpr std::size_t kMaxKeptRecord = std::size_t(16) << 20;
 // empty when neither variable is set.
 std::string DefaultStatePath();
 
-enum class StateLoad { Loaded, Missing, Damaged };
+// Owners longer than this are cut.
+constexpr std::size_t kMaxOwner = 1024;
 
-// Reads the kept record into a new block from PIGlobalAlloc (the caller frees
-// it with PIGlobalFree). Missing: no file, block null. Damaged: the file is
-// not a kept record; block null and `warning` says why.
-StateLoad LoadKeptRecord(const std::string& path, Handle& block, std::string& warning);
+enum class StateLoad { Loaded, Missing, OtherOwner, Damaged };
 
-// Writes the bytes of the block (PIGlobalSize of them) through a temporary
-// file and a rename, making the directory if needed. A null block removes
-// the file.
-bool SaveKeptRecord(const std::string& path, Handle block, std::string& error);
+// Reads the kept record of `owner` into a new block from PIGlobalAlloc (the
+// caller frees it with PIGlobalFree). Missing: no file. OtherOwner: the
+// record is another filter's. Damaged: the file is not a kept record, and
+// `warning` says why. The block is null unless Loaded.
+StateLoad LoadKeptRecord(const std::string& path, const std::string& owner, Handle& block,
+                         std::string& warning);
+
+// Writes the owner and the bytes of the block (PIGlobalSize of them) through
+// a temporary file and a rename, making the directory if needed. A null
+// block removes the file.
+bool SaveKeptRecord(const std::string& path, const std::string& owner, Handle block,
+                    std::string& error);
 
 } // namespace plumet::hosts
 

@@ -30,6 +30,11 @@
 #else
 #define TESTFILTER_KIND PIFilterKind
 #endif
+#ifdef TESTFILTER_NEWER
+#define TESTFILTER_VERSION 0x00040002
+#else
+#define TESTFILTER_VERSION 0x00040001
+#endif
 #ifdef TESTFILTER_OTHER_ENTRY
 #define TESTFILTER_ENTRY_BYTES 'O', 't', 'h', 'e', 'r', 'E', 'n', 't', 'r', 'y', 0, 0
 #else
@@ -39,78 +44,19 @@
 #ifndef TESTFILTER_NO_PIPL
 extern "C" {
 extern const unsigned char PiPL_16000[];
-const unsigned char PiPL_16000[] = {LE32(0),
-                                    LE32(7),
-                                    PROPERTY(PIKindProperty, 4),
-                                    LE32(TESTFILTER_KIND),
-                                    PROPERTY(PINameProperty, 12),
-                                    11,
-                                    'T',
-                                    'e',
-                                    's',
-                                    't',
-                                    ' ',
-                                    'I',
-                                    'n',
-                                    'v',
-                                    'e',
-                                    'r',
-                                    't',
-                                    PROPERTY(PICategoryProperty, 13),
-                                    12,
-                                    'P',
-                                    'l',
-                                    'u',
-                                    'm',
-                                    'e',
-                                    't',
-                                    ' ',
-                                    'T',
-                                    'e',
-                                    's',
-                                    't',
-                                    's',
-                                    0,
-                                    0,
-                                    0,
-                                    PROPERTY(PIVersionProperty, 4),
-                                    LE32(0x00040001),
-                                    PROPERTY(PIWin64X86CodeProperty, 12),
-                                    TESTFILTER_ENTRY_BYTES,
-                                    PROPERTY(PIImageModesProperty, 4),
-                                    0x18,
-                                    0,
-                                    0,
-                                    0,
-                                    PROPERTY(PIFilterCaseInfoProperty, 28),
-                                    1,
-                                    1,
-                                    0,
-                                    0,
-                                    1,
-                                    1,
-                                    0,
-                                    0,
-                                    1,
-                                    1,
-                                    0,
-                                    0,
-                                    1,
-                                    1,
-                                    2,
-                                    0,
-                                    1,
-                                    1,
-                                    2,
-                                    0,
-                                    1,
-                                    1,
-                                    0,
-                                    0,
-                                    1,
-                                    1,
-                                    0,
-                                    0};
+// clang-format off
+const unsigned char PiPL_16000[] = {
+    LE32(0), LE32(7),
+    PROPERTY(PIKindProperty, 4), LE32(TESTFILTER_KIND),
+    PROPERTY(PINameProperty, 12), 11, 'T', 'e', 's', 't', ' ', 'I', 'n', 'v', 'e', 'r', 't',
+    PROPERTY(PICategoryProperty, 13), 12, 'P', 'l', 'u', 'm', 'e', 't', ' ', 'T', 'e', 's', 't', 's',
+    0, 0, 0,
+    PROPERTY(PIVersionProperty, 4), LE32(TESTFILTER_VERSION),
+    PROPERTY(PIWin64X86CodeProperty, 12), TESTFILTER_ENTRY_BYTES,
+    PROPERTY(PIImageModesProperty, 4), 0x18, 0, 0, 0,
+    PROPERTY(PIFilterCaseInfoProperty, 28),
+    1, 1, 0, 0,  1, 1, 0, 0,  1, 1, 0, 0,  1, 1, 2, 0,  1, 1, 2, 0,  1, 1, 0, 0,  1, 1, 0, 0};
+// clang-format on
 #ifndef TESTFILTER_NO_PIPL_SIZE
 extern const uint32 PiPL_16000_size;
 const uint32 PiPL_16000_size = sizeof(PiPL_16000);

@@ -118,6 +118,13 @@ TEST_F(Cli, RepeatUsesTheKeptRecordAndFailsWithoutOne) {
     EXPECT_NE(ReadText(dir_ + "/log").find("1 case=1 play=1 params=1"), std::string::npos);
     c = Run({"--repeat", In("rgb.png"), In("e.png")});
     EXPECT_EQ(c.status, 0) << c.err;
+
+    // Another filter (here a newer version) never gets this filter's record.
+    c = RunPlumet(
+        {"--plugin", TestFilterPath("testfilter_newer"), "--repeat", In("rgb.png"), In("f.png")},
+        env_);
+    EXPECT_EQ(c.status, kExitNothingToRepeat);
+    ExpectOneLine(c, "no settings of Test Invert");
 }
 
 TEST_F(Cli, BadInputGivesOneLineAnExitStatusAndNoOutput) {

@@ -1,6 +1,7 @@
 // The FilterRecord the host makes, and the pixel exchange of advanceState.
 #include "TestSupport.h"
 #include "hosts/FilterHost.h"
+#include "hosts/HostMemory.h"
 
 #include <gtest/gtest.h>
 
@@ -335,4 +336,25 @@ TEST(FilterHostAdvance, ProtectedTransparencyIsNeverWrittenEditableIs) {
         EXPECT_EQ(host->Destination().Pixel(2, 2)[0], 0);
         EXPECT_EQ(host->Destination().Pixel(2, 2)[3], protect ? PatternValue(2, 2, 3) : 0);
     }
+}
+
+TEST(FilterHostMemory, MaxSpaceComesFromMemAvailable) {
+    EXPECT_EQ(ParseMemAvailable("MemTotal: 100 kB\nMemFree: 5 kB\nMemAvailable:    2048 kB\n"),
+              2048 * 1024);
+    EXPECT_EQ(ParseMemAvailable("MemTotal: 100 kB\n"), -1);
+    EXPECT_EQ(ParseMemAvailable("MemAvailable: lots\n"), -1);
+    EXPECT_EQ(ParseMemAvailable("MemAvailable: 99999999999999999999 kB\n"), -1);
+    const int32_t available = AvailableMemoryForFilter();
+    EXPECT_GT(available, 0);
+}
+
+TEST(FilterHostMemory, AdvanceStateReachesTheActiveHost) {
+    auto first = MakeHost(Pattern(4, 4, ColourModel::RGB, false));
+    auto second = MakeHost(Pattern(8, 8, ColourModel::RGB, false));
+    first->Activate();
+    FilterRecord& r = first->Record();
+    Ask(r, Rect{0, 0, 4, 4}, 0, 2, kNone, 0, 2);
+    ASSERT_EQ(r.advanceState(), noErr);
+    EXPECT_NE(r.inData, nullptr);
+    EXPECT_EQ(second->Record().inData, nullptr);
 }

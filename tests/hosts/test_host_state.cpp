@@ -27,22 +27,27 @@ TEST(HostStateFile, RecordsRoundTripThroughNewDirectories) {
          {std::string(), std::string("\0\1\2record", 9), std::string(5000, '\xA5')}) {
         Handle saved = Block(bytes);
         std::string error;
-        ASSERT_TRUE(SaveKeptRecord(path, saved, error)) << error;
+        ASSERT_TRUE(SaveKeptRecord(path, "Filter\n1.0", saved, error)) << error;
         PIGlobalFree(saved);
         Handle loaded = nullptr;
         std::string warning;
-        ASSERT_EQ(LoadKeptRecord(path, loaded, warning), StateLoad::Loaded) << warning;
+        ASSERT_EQ(LoadKeptRecord(path, "Filter\n1.0", loaded, warning), StateLoad::Loaded)
+            << warning;
         ASSERT_NE(loaded, nullptr);
         ASSERT_EQ(PIGlobalSize(loaded), bytes.size());
         EXPECT_EQ(std::memcmp(loaded, bytes.data(), bytes.size()), 0);
         PIGlobalFree(loaded);
     }
-    // Saving no record removes the file.
-    std::string error;
-    ASSERT_TRUE(SaveKeptRecord(path, nullptr, error));
+    // Another filter never gets the record.
     Handle loaded = nullptr;
     std::string warning;
-    EXPECT_EQ(LoadKeptRecord(path, loaded, warning), StateLoad::Missing);
+    EXPECT_EQ(LoadKeptRecord(path, "Filter\n1.1", loaded, warning), StateLoad::OtherOwner);
+    EXPECT_EQ(loaded, nullptr);
+    EXPECT_EQ(warning, "");
+    // Saving no record removes the file.
+    std::string error;
+    ASSERT_TRUE(SaveKeptRecord(path, "Filter\n1.0", nullptr, error));
+    EXPECT_EQ(LoadKeptRecord(path, "Filter\n1.0", loaded, warning), StateLoad::Missing);
     EXPECT_EQ(loaded, nullptr);
 }
 
@@ -51,16 +56,21 @@ TEST(HostStateFile, DamagedFilesAreIgnoredWithAWarning) {
     const std::string good = dir + "/good";
     Handle block = Block("settings of the filter");
     std::string error;
-    ASSERT_TRUE(SaveKeptRecord(good, block, error));
+    const std::string owner = "Owner";
+    ASSERT_TRUE(SaveKeptRecord(good, owner, block, error));
     PIGlobalFree(block);
     const std::string bytes = ReadText(good);
 
     std::string wrongMagic = bytes;
     wrongMagic[0] = 'X';
+    std::string longOwner = bytes;
+    longOwner[11] = 0x7F;
     std::string longLength = bytes;
-    longLength[8] = char(0xFF), longLength[12] = 0x7F;
+    longLength[12 + owner.size() + 6] = 0x7F;
     std::string flipped = bytes;
-    flipped[20] ^= 0x01;
+    flipped[12 + owner.size() + 8 + 3] ^= 0x01;
+    std::string flippedOwner = bytes;
+    flippedOwner[12] ^= 0x20;
     struct Case {
         const char* name;
         std::string content;
@@ -68,10 +78,12 @@ TEST(HostStateFile, DamagedFilesAreIgnoredWithAWarning) {
     } cases[] = {
         {"empty", "", "too short"},
         {"magic", wrongMagic, "not a host state file"},
-        {"length", longLength, "out of range"},
+        {"owner", longOwner, "owner length out of range"},
+        {"length", longLength, "record length out of range"},
         {"truncated", bytes.substr(0, bytes.size() - 3), "shorter"},
         {"extended", bytes + "x", "longer"},
         {"flipped", flipped, "checksum"},
+        {"flippedowner", flippedOwner, "checksum"},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -79,7 +91,7 @@ TEST(HostStateFile, DamagedFilesAreIgnoredWithAWarning) {
         WriteBytes(path, c.content);
         Handle loaded = reinterpret_cast<Handle>(1);
         std::string warning;
-        EXPECT_EQ(LoadKeptRecord(path, loaded, warning), StateLoad::Damaged);
+        EXPECT_EQ(LoadKeptRecord(path, owner, loaded, warning), StateLoad::Damaged);
         EXPECT_EQ(loaded, nullptr);
         EXPECT_NE(warning.find(c.why), std::string::npos) << warning;
         EXPECT_NE(warning.find(path), std::string::npos) << warning;
@@ -100,7 +112,7 @@ TEST(HostStateFile, DefaultPathFollowsXdgStateHomeThenHome) {
     unsetenv("HOME");
     EXPECT_EQ(DefaultStatePath(), "");
     std::string error;
-    EXPECT_FALSE(SaveKeptRecord("", nullptr, error));
+    EXPECT_FALSE(SaveKeptRecord("", "x", nullptr, error));
     if (oldState) setenv("XDG_STATE_HOME", savedState.c_str(), 1);
     if (oldHome) setenv("HOME", savedHome.c_str(), 1);
 }
