@@ -7,11 +7,16 @@
 
 #include <cstddef>
 #include <list>
+#include <memory>
 #include <string>
 
 // Keeps a few FreeType faces open, so that reading a text does not open the
 // font file once per character. The least recently used face is closed when
 // the cache is full. Not thread safe; each user keeps its own cache.
+//
+// Files are read with plain reads rather than mapped into memory: a font file
+// that shrinks while it is open then gives read errors, where a mapping would
+// fault in the host's process.
 class FreeTypeFaceCache {
   public:
     explicit FreeTypeFaceCache(std::size_t capacity = 8);
@@ -30,6 +35,7 @@ class FreeTypeFaceCache {
         std::string file;
         int index;
         FT_Face face;
+        std::shared_ptr<FT_StreamRec> stream; // outlives the face
     };
     FT_Library fLibrary = nullptr;
     std::size_t fCapacity;
