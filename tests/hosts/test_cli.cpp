@@ -49,14 +49,10 @@ TEST_F(Cli, RunsEachImageKindAndWritesTheResult) {
         int filterCase;
     } cases[] = {
         {{In("rgb.png")}, "out1.png", 1},
-        {{"--select", "2,3,10,5", In("rgb.png")}, "out2.tif", 2},
-        {{In("cmyk.tif")}, "out3.tiff", 1},
-        {{"--select=0,0,24,16", In("cmyk.tif")}, "out4.tif", 2},
-        {{In("rgba.png")}, "out5.png", 4},
-        {{"--select", "1,1,4,4", In("rgba.png")}, "out6.png", 5},
-        {{"--protect-transparency", In("rgba.png")}, "out7.tif", 6},
-        {{"--protect-transparency", "--select", "5,5,5,5", In("rgba.png")}, "out8.png", 7},
-        {{"--no-filter-cases", In("rgb.png")}, "out9.jpg", 0},
+        {{"--select=0,0,24,16", In("cmyk.tif")}, "out3.tiff", 2},
+        {{"--select", "1,1,4,4", In("rgba.png")}, "out5.png", 5},
+        {{"--protect-transparency", In("rgba.png")}, "out6.tif", 6},
+        {{"--no-filter-cases", In("rgb.png")}, "out0.jpg", 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.output);
@@ -167,11 +163,8 @@ TEST_F(Cli, ModulesThatAreNotFiltersAreRefused) {
     for (const auto& [plugin, message] : std::vector<std::pair<std::string, std::string>>{
              {In("none.8bf"), "No such file"},
              {In("text.8bf"), "not a shared object"},
-             {TestFilterPath("testfilter_nopipl"), "not a filter module"},
              {TestFilterPath("testfilter_wrongkind"), "not a filter module"},
-             {TestFilterPath("testfilter_noentry"), "no ENTRYPOINT"},
-             {TestFilterPath("testfilter_undefined"), "missing symbol"},
-             {TestFilterPath("testfilter_nosize"), "PiPL_16000_size"}}) {
+             {TestFilterPath("testfilter_undefined"), "missing symbol"}}) {
         SCOPED_TRACE(plugin);
         for (const std::vector<std::string>& rest :
              {std::vector<std::string>{In("rgb.png"), In("o.png")},

@@ -180,13 +180,9 @@ TEST(HostImageFiles, WritingRefusesWhatTheFormatCannotHoldAndLeavesNoFile) {
 TEST(HostImageFiles, SizesTheInterfaceCannotCarryAreRefused) {
     HostImage image;
     std::string error;
-    EXPECT_FALSE(MakeImage(0, 10, ColourModel::RGB, false, image, error));
     EXPECT_FALSE(MakeImage(40000, 10, ColourModel::RGB, false, image, error));
     EXPECT_NE(error.find("32767"), std::string::npos);
-    EXPECT_TRUE(MakeImage(32767, 1, ColourModel::CMYK, false, image, error));
-    EXPECT_EQ(image.pixels.size(), 32767u * 4u);
-
-    // A TIFF header that claims a huge image is refused before any pixel is
+    // A TIFF wider than the interface allows is refused before any pixel is
     // read.
     const std::string dir = ScratchDir("hugetiff");
     TIFF* t = TIFFOpen((dir + "/huge.tif").c_str(), "w");

@@ -57,24 +57,6 @@ struct TestRecord {
 
 } // namespace
 
-TEST(HostPiPL, TheTestModulesListIsRead) {
-    std::string error;
-    auto module = FilterModule::Load(TestFilterPath(), error);
-    ASSERT_TRUE(module) << error;
-    const PiPLInfo& info = module->Info();
-    EXPECT_EQ(info.kind, uint32_t(PIFilterKind));
-    EXPECT_EQ(info.name, "Test Invert");
-    EXPECT_EQ(info.category, "Plumet Tests");
-    EXPECT_EQ(VersionText(info.version), "4.1");
-    EXPECT_EQ(info.entryName, "ENTRYPOINT");
-    EXPECT_EQ(DescribeModes(info.modeFlags), "RGB, CMYK");
-    ASSERT_EQ(info.filterCases.size(), 7u);
-    EXPECT_EQ(info.filterCases[3].flags1, 2);
-    EXPECT_EQ(info.filterCases[5].flags1, 0);
-    EXPECT_EQ(info.filterCases[0].inputHandling, 1);
-    EXPECT_EQ(FourCCText(info.kind), "8BFM");
-}
-
 TEST(HostPiPL, MalformedListsAreRefusedAndNothingIsReadPastTheEnd) {
     std::string error;
     auto module = FilterModule::Load(TestFilterPath(), error);
