@@ -145,7 +145,11 @@ bool FilterHost::RectanglesEmpty() const {
 }
 
 std::string FilterHost::ErrorStringText() const {
-    return std::string(reinterpret_cast<const char*>(errorString_ + 1), errorString_[0]);
+    std::string text(reinterpret_cast<const char*>(errorString_ + 1), errorString_[0]);
+    // The message is shown as one line.
+    for (char& c : text)
+        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) c = ' ';
+    return text;
 }
 
 uint8_t FilterHost::ToBuffer(uint8_t value, int plane) const {

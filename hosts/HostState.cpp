@@ -9,6 +9,7 @@
 #include <cstring>
 #include <fstream>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace plumet::hosts {
@@ -123,7 +124,7 @@ bool SaveKeptRecord(const std::string& path, const std::string& owner, Handle bl
     out.insert(out.end(), data, data + size);
     PutLE(out, Checksum(data, size, Checksum(ownerBytes, cut.size())), 4);
 
-    const std::string temp = path + ".new";
+    const std::string temp = path + ".new" + std::to_string(getpid());
     {
         std::ofstream file(temp, std::ios::binary | std::ios::trunc);
         if (!file.write(reinterpret_cast<const char*>(out.data()), std::streamsize(out.size())) ||

@@ -228,7 +228,7 @@ extern "C" void ENTRYPOINT(int16 selector, void* block, int32* pluginData, int16
     auto* fr = static_cast<FilterRecord*>(block);
     if (FailureFor(selector, &answer)) {
         if (answer == errReportString && selector != filterSelectorAbout && fr->errorString) {
-            const char text[] = "test filter says no";
+            const char text[] = "test filter\nsays no"; // the host shows it on one line
             (*fr->errorString)[0] = uint8(sizeof text - 1);
             std::memcpy(*fr->errorString + 1, text, sizeof text - 1);
         }
