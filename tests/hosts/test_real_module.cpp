@@ -46,6 +46,10 @@ TEST_F(RealModule, InfoNamesTheFilter) {
     EXPECT_NE(c.out.find("Name: FlyWORD Plumet"), std::string::npos) << c.out;
     EXPECT_NE(c.out.find("Category: Lumerra 3D"), std::string::npos);
     EXPECT_NE(c.out.find("Image modes: RGB, CMYK"), std::string::npos);
+    // Without --plugin the host finds the module the build put beside it.
+    const Command found = RunPlumet({"--info"}, env_);
+    ASSERT_EQ(found.status, 0) << found.err;
+    EXPECT_EQ(found.out, c.out);
 }
 
 TEST_F(RealModule, RunsWithoutAWindowInEveryFilterCase) {
