@@ -24,12 +24,18 @@ int Type1FontDirectory::FillCallback(const LOGFONTA* font, const char* menuName,
                                      std::uint16_t style, void* data) {
     auto* self = static_cast<Type1FontDirectory*>(data);
     if (!font || !menuName) return 1;
-    // A Multiple Master instance is named as such even when it is also
-    // marked as a plain Type 1 face.
-    const std::string name =
-        std::string(menuName) + ((style & ATM_MM_INSTANCE) ? " (MM Instance)" : " (Type 1)");
-    if (style & ATM_TYPE1_FACE) self->Write(*font, name, style);
-    if (style & ATM_MM_INSTANCE) self->Write(*font, name, style);
+    // Called from inside the service: a failure stops the listing rather
+    // than unwinding through it.
+    try {
+        // A Multiple Master instance is named as such even when it is also
+        // marked as a plain Type 1 face.
+        const std::string name =
+            std::string(menuName) + ((style & ATM_MM_INSTANCE) ? " (MM Instance)" : " (Type 1)");
+        if (style & ATM_TYPE1_FACE) self->Write(*font, name, style);
+        if (style & ATM_MM_INSTANCE) self->Write(*font, name, style);
+    } catch (...) {
+        return 0;
+    }
     return 1;
 }
 

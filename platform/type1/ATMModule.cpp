@@ -14,7 +14,6 @@
 #include <cstring>
 #include <map>
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -138,9 +137,9 @@ int ConicTo(const FT_Vector* control, const FT_Vector* to, void* user) {
     return CubicTo(&c1, &c2, to, user);
 }
 
-std::int32_t GetOutline(HDC context, unsigned codePoint, const ATMFixedMatrix* matrix,
-                        ATMMoveToProc moveTo, ATMLineToProc lineTo, ATMCurveToProc curveTo,
-                        ATMClosePathProc closePath, void* data) {
+std::int32_t ReadOutline(HDC context, unsigned codePoint, const ATMFixedMatrix* matrix,
+                         ATMMoveToProc moveTo, ATMLineToProc lineTo, ATMCurveToProc curveTo,
+                         ATMClosePathProc closePath, void* data) {
     if (!gService) return ATM_NOTSTARTED;
     if (!context || !matrix || !moveTo || !lineTo || !curveTo || !closePath)
         return ATM_BADPARAMETER;
@@ -184,10 +183,28 @@ std::int32_t GetOutline(HDC context, unsigned codePoint, const ATMFixedMatrix* m
     return sink.canceled ? ATM_CANCELED : ATM_NOERR;
 }
 
+// Nothing may unwind out of the service into its caller: a failure inside
+// turns into a status.
+std::int32_t GetOutline(HDC context, unsigned codePoint, const ATMFixedMatrix* matrix,
+                        ATMMoveToProc moveTo, ATMLineToProc lineTo, ATMCurveToProc curveTo,
+                        ATMClosePathProc closePath, void* data) {
+    try {
+        return ReadOutline(context, codePoint, matrix, moveTo, lineTo, curveTo, closePath, data);
+    } catch (...) {
+        return ATM_INVALIDFONT;
+    }
+}
+
 } // namespace
 
 ATM_EXPORT int ATMProperlyLoaded() {
-    if (!gService) gService = new (std::nothrow) ServiceState;
+    if (!gService) {
+        try {
+            gService = new ServiceState;
+        } catch (...) {
+            gService = nullptr;
+        }
+    }
     if (gService && !gService->cache.Ready()) {
         delete gService;
         gService = nullptr;
@@ -198,7 +215,11 @@ ATM_EXPORT int ATMProperlyLoaded() {
 ATM_EXPORT std::int32_t ATMEnumFontsA(ATMFontEnumProc callback, void* data) {
     if (!gService) return ATM_NOTSTARTED;
     if (!callback) return ATM_BADPARAMETER;
-    gService->List();
+    try {
+        gService->List();
+    } catch (...) {
+        return ATM_ENUMFAILED;
+    }
     for (std::size_t i = 0; i < gService->faces.size(); ++i) {
         const FontFaceInfo& info = gService->faces[i];
         LOGFONTA font{};
