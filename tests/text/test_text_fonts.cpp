@@ -230,6 +230,12 @@ TEST(TextType1, AdvanceIsInkAndATenthSpaceIsAQuarter) {
     EXPECT_EQ(c[1]->contours, nullptr);
     EXPECT_GT(c[0]->xMin, 0.0f);
     EXPECT_NEAR(c[0]->yMax, 0.72, 0.05);
+    // Ink left of the pen counts into the width.
+    ASSERT_TRUE(SelectFont("Nimbus Roman Italic (Type 1)"));
+    Chain f = Read("f");
+    ASSERT_TRUE(f);
+    EXPECT_LT(f->xMin, -0.1f);
+    EXPECT_NEAR(f->advance, (f->xMax - f->xMin) * 1.1f, 1e-3);
 }
 
 TEST(TextBadInput, EmptyTextNullTextAndMissingGlyphs) {
