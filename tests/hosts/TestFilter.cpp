@@ -89,9 +89,10 @@ void Log(const char* format, ...) {
 }
 
 bool FailureFor(int selector, int16* code) {
-    const char* spec = std::getenv("TESTFILTER_FAIL");
+    const char* failure = std::getenv("TESTFILTER_FAIL");
     int sel = 0, value = 0;
-    if (!spec || std::sscanf(spec, "%d:%d", &sel, &value) != 2 || sel != selector) return false;
+    if (!failure || std::sscanf(failure, "%d:%d", &sel, &value) != 2 || sel != selector)
+        return false;
     *code = int16(value);
     return true;
 }
