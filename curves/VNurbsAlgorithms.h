@@ -44,3 +44,8 @@ VCurveStatus ElevateBezier(std::int32_t degree, std::int32_t times, const KVecto
 
 // Binomial coefficients C(i, j) for 0 <= j <= i <= n, row i at i * (n + 1).
 VCurveStatus MakeBinomialTable(std::unique_ptr<std::int64_t[]>& table, std::int32_t n);
+
+// count new knot vectors, each the union of the given ones: every distinct
+// value with the highest multiplicity that any input gives it.
+VCurveStatus MergeKnots(std::int32_t count, const VKnots* const* vectors,
+                        std::unique_ptr<VKnots>* merged);
