@@ -10,3 +10,18 @@ constexpr WCHAR16 kCp1252High[32] = {
 WCHAR16 WideFromCodePage1252(unsigned char byte) {
     return (byte >= 0x80 && byte < 0xA0) ? kCp1252High[byte - 0x80] : byte;
 }
+
+bool CodePage1252FromWide(WCHAR16 unit, unsigned char* byte) {
+    if (!byte) return false;
+    if (unit < 0x80 || (unit >= 0xA0 && unit <= 0xFF)) {
+        *byte = static_cast<unsigned char>(unit);
+        return true;
+    }
+    for (unsigned i = 0; i < 32; ++i) {
+        if (kCp1252High[i] == unit) {
+            *byte = static_cast<unsigned char>(0x80 + i);
+            return true;
+        }
+    }
+    return false;
+}

@@ -1,6 +1,7 @@
 // The font stand-ins: the face list from fontconfig and native outlines from
 // FreeType.
 
+#include "platform/fonts/CodePage.h"
 #include "platform/fonts/FontCatalogue.h"
 #include "platform/fonts/NativeOutline.h"
 #include "platform/fonts/WinFonts.h"
@@ -372,4 +373,15 @@ TEST(FontsCodePage, WindowsLatin1ToCodeUnits) {
     EXPECT_EQ(MultiByteToWideChar(0, 0, "abcdef", -1, out, 3), 0);
     EXPECT_EQ(MultiByteToWideChar(65001, 0, "abc", -1, out, 8), 0);
     EXPECT_EQ(MultiByteToWideChar(0, 0, nullptr, -1, out, 8), 0);
+    // And back: every byte survives the round trip; other units do not fit.
+    for (unsigned b = 1; b < 256; ++b) {
+        unsigned char back = 0;
+        ASSERT_TRUE(
+            CodePage1252FromWide(WideFromCodePage1252(static_cast<unsigned char>(b)), &back));
+        EXPECT_EQ(back, b);
+    }
+    unsigned char kept = 'x';
+    EXPECT_FALSE(CodePage1252FromWide(0x0100, &kept));
+    EXPECT_FALSE(CodePage1252FromWide(0x20AD, &kept));
+    EXPECT_EQ(kept, 'x');
 }
