@@ -7,6 +7,7 @@
 #include "curves/VCurveCtrlPoints.h"
 #include "curves/VCurveStatus.h"
 #include "curves/VKnots.h"
+#include "foundation/KListEntry.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,7 +29,9 @@ struct VBezierPieces {
     std::unique_ptr<KVector3D*[]> pieces;
 };
 
-class VCNurbsCurve {
+// A list entry, so that lists of curves (the results of merging Bezier
+// chains, the records of custom paths) can own them.
+class VCNurbsCurve : public KListEntry {
   public:
     // Running arc length against uniform parameters over the domain.
     class VCNURBSArcLenthData {
@@ -42,7 +45,7 @@ class VCNurbsCurve {
     VCNurbsCurve() = default;
     // Zeroed arrays for degree and pointCount; status 2, 6 or 1 on failure.
     VCNurbsCurve(VCurveStatus& status, std::int32_t degree, std::int32_t pointCount);
-    virtual ~VCNurbsCurve() = default;
+    ~VCNurbsCurve() override = default;
 
     VCNurbsCurve(const VCNurbsCurve&) = delete;
     VCNurbsCurve& operator=(const VCNurbsCurve&) = delete;
