@@ -16,7 +16,11 @@ function(plumet_test name)
         PLUMET_BINARY_DIR="${CMAKE_BINARY_DIR}"
         PLUMET_TEST_OUTPUT="${PLUMET_TEST_OUTPUT}")
     set(env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/xdg-runtime
-            ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ${T_ENV})
+            ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
+            LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp ${T_ENV})
+    # The environment is given through env(1) as the tests' launcher: test
+    # discovery would flatten a list of variables passed as a property.
+    set_property(TARGET ${name} PROPERTY CROSSCOMPILING_EMULATOR /usr/bin/env ${env})
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-                         PROPERTIES ENVIRONMENT "${env}" TIMEOUT 600)
+                         PROPERTIES TIMEOUT 600)
 endfunction()

@@ -59,6 +59,12 @@ int16 CZarbesoPlugin::DoAbout(AboutRecord* record) {
 }
 
 int16 CZarbesoPlugin::DoParameters(FilterRecord* record) {
+    // A block too small to be our record (a host that kept another filter's)
+    // is replaced by a fresh one.
+    if (record->parameters && PIGlobalSize(record->parameters) < sizeof(PluginParameters)) {
+        PIGlobalFree(record->parameters);
+        record->parameters = nullptr;
+    }
     if (!record->parameters) {
         auto* p = static_cast<PluginParameters*>(
             PIGlobalAlloc(PIGlobalZeroInit, sizeof(PluginParameters)));
@@ -91,6 +97,7 @@ int16 CZarbesoPlugin::DoPrepare(FilterRecord* record) {
 
 int16 CZarbesoPlugin::DoStart(FilterRecord* record) {
     if (!record->parameters) return 1;
+    if (PIGlobalSize(record->parameters) < sizeof(PluginParameters)) return filterBadParameters;
     auto* params = static_cast<PluginParameters*>(record->parameters);
     gPluginParameters = params;
     if (!record->advanceState) {

@@ -4,6 +4,7 @@
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "resources/Strings.h"
+#include "sdk/PIGlobal.h"
 #include "tests/host/FakeHost.h"
 
 #include <cstring>
@@ -81,6 +82,15 @@ TEST_F(Dispatch, ParametersCountInvocations) {
         EXPECT_EQ(params->invocation, 2) << "was " << before;
     }
     EXPECT_EQ(host.record.parameters, params) << "an existing record is kept";
+}
+
+TEST_F(Dispatch, ABlockTooSmallForTheRecordIsNeverTrusted) {
+    FakeHost host(20, 20, 3, plugInModeRGBColor, 1);
+    host.record.parameters = PIGlobalAlloc(PIGlobalZeroInit, 4);
+    EXPECT_EQ(Call(filterSelectorStart, &host.record), filterBadParameters);
+    EXPECT_EQ(Call(filterSelectorParameters, &host.record), 0);
+    EXPECT_GE(PIGlobalSize(host.record.parameters), sizeof(PluginParameters));
+    EXPECT_EQ(static_cast<PluginParameters*>(host.record.parameters)->invocation, 1);
 }
 
 TEST_F(Dispatch, PrepareEstimatesAgainstMaxSpace) {
