@@ -8,7 +8,7 @@
 
 VCNurbsCurve::VCNurbsCurve(VCurveStatus& status, std::int32_t deg, std::int32_t pointCount) {
     status = kCurveOK;
-    if (deg < 1) {
+    if (deg < 1 || deg > kCurveMaxDegree) {
         status = kCurveBadDegree;
         return;
     }
@@ -35,7 +35,7 @@ void VCNurbsCurve::Invalidate() {
 }
 
 VCurveStatus VCNurbsCurve::CheckValid() const {
-    if (degree < 1) return kCurveBadDegree;
+    if (degree < 1 || degree > kCurveMaxDegree) return kCurveBadDegree;
     if (!ctrlPoints || !ctrlPoints->points) return kCurveMissingCtrlPoints;
     if (ctrlPoints->count < 1) return kCurveBadPointCount;
     if (!knots || !knots->values || knots->count < 2) return kCurveMissingKnots;
@@ -51,7 +51,7 @@ VCurveStatus VCNurbsCurve::Set(std::int32_t deg, std::int32_t pointCount, const 
     knots.reset();
     Invalidate();
     arcLength = 0.0f;
-    if (deg < 1) return kCurveBadDegree;
+    if (deg < 1 || deg > kCurveMaxDegree) return kCurveBadDegree;
     if (!pts) return kCurveMissingCtrlPoints;
     if (pointCount < 1 || pointCount > kCurveMaxCount) return kCurveBadPointCount;
     if (!knotValues || knotCount < 2) return kCurveMissingKnots;

@@ -39,6 +39,10 @@ inline constexpr double kCurveEqualEps = 1e-12;
 // count + degree + 1 never overflow a 32-bit integer.
 inline constexpr std::int32_t kCurveMaxCount = 1 << 24;
 
+// The highest degree the library accepts (status 2 above it): the basis
+// derivative tables grow with its square.
+inline constexpr std::int32_t kCurveMaxDegree = 64;
+
 // WouldOverflow operations.
 enum class VCurveOp { Multiply = 0, Divide = 1, Add = 2, Subtract = 3 };
 

@@ -37,7 +37,7 @@ std::unique_ptr<VKnots> VKnots::Clone(VCurveStatus& status) const {
 }
 
 VCurveStatus VKnots::Validate(std::int32_t degree, std::int32_t pointCount) const {
-    if (degree < 1) return kCurveBadDegree;
+    if (degree < 1 || degree > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (pointCount < 1) return kCurveBadPointCount;
     if (std::int64_t(count) != std::int64_t(pointCount) + degree + 1) return kCurveBadKnotCount;
@@ -62,7 +62,8 @@ VCurveStatus VKnots::Validate(std::int32_t degree, std::int32_t pointCount) cons
 }
 
 bool VKnots::BasicChecks(std::int32_t degree) const {
-    return values && count >= 2 && degree >= 1 && count >= 2 * (degree + 1);
+    return values && count >= 2 && degree >= 1 && degree <= kCurveMaxDegree &&
+           count >= 2 * (degree + 1);
 }
 
 std::int32_t VKnots::CountSpans(std::int32_t degree) const {
@@ -80,7 +81,7 @@ bool VKnots::InSpan(std::int32_t j, double u, bool fromRight) const {
 
 VCurveStatus VKnots::FindSpan(std::int32_t degree, double u, bool fromRight,
                               std::int32_t& span) const {
-    if (degree < 1) return kCurveBadDegree;
+    if (degree < 1 || degree > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (!BasicChecks(degree)) return kCurveBadKnotCount;
     const double* U = values.get();
@@ -145,7 +146,7 @@ VCurveStatus VKnots::BasisFuns(std::int32_t degree, double u, bool fromRight, do
                                std::int32_t& span) const {
     if (!N) return kCurveBadBezierArgument;
     const std::int32_t p = degree;
-    if (p < 1) return kCurveBadDegree;
+    if (p < 1 || p > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (!BasicChecks(p)) return kCurveBadKnotCount;
     const double* U = values.get();
@@ -273,7 +274,7 @@ VCurveStatus VKnots::OneBasisFun(std::int32_t index, std::int32_t degree, double
 VCurveStatus VKnots::DersOneBasisFun(std::int32_t index, std::int32_t degree, double u,
                                      bool fromRight, std::int32_t derivCount, double* ders) const {
     const std::int32_t p = degree;
-    if (p < 1) return kCurveBadDegree;
+    if (p < 1 || p > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (!BasicChecks(p)) return kCurveBadKnotCount;
     if (!ders || derivCount < 0) return kCurveBadBezierArgument;
@@ -353,7 +354,7 @@ VCurveStatus VKnots::Distinct(std::int32_t& outCount, std::unique_ptr<double[]>&
 }
 
 VCurveStatus VKnots::Rescale(std::int32_t degree, double a, double b) {
-    if (degree < 1) return kCurveBadDegree;
+    if (degree < 1 || degree > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (!std::isfinite(a) || !std::isfinite(b) || !(b - a > kCurveEqualEps))
         return kCurveParamOutOfRange;

@@ -15,7 +15,7 @@ bool Same(double a, double b) {
 
 VCurveStatus VKnots::FindBasisMaximum(std::int32_t i, std::int32_t p, double tolerance,
                                       double& value, double& location) const {
-    if (p < 1) return kCurveBadDegree;
+    if (p < 1 || p > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (i < 0 || i > count - p - 2) return kCurveBadBasisIndex;
     const double* U = values.get();
@@ -84,7 +84,7 @@ VCurveStatus VKnots::FindBasisMaximum(std::int32_t i, std::int32_t p, double tol
 
 VCurveStatus VKnots::GetBasisExtents(std::int32_t i, std::int32_t p, double tolerance, double* L,
                                      double* R, double& location) const {
-    if (p < 1) return kCurveBadDegree;
+    if (p < 1 || p > kCurveMaxDegree) return kCurveBadDegree;
     if (!values || count < 2) return kCurveMissingKnots;
     if (!L || !R) return kCurveBadBezierArgument;
     if (i < 0 || i > count - p - 2) return kCurveBadBasisIndex;

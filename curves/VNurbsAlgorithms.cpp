@@ -160,7 +160,7 @@ VCurveStatus InterpolateCubic(const KVector3D* Q, std::int32_t n, const KVector3
 }
 
 std::unique_ptr<VCNurbsCurve> MakeBezierCurve(std::int32_t count, const KVector3D* points) {
-    if (count < 2 || count > 4096 || !points) return nullptr;
+    if (count < 2 || count > kCurveMaxDegree + 1 || !points) return nullptr;
     auto knots = NewCurveArray<double>(2 * std::int64_t(count));
     if (!knots) return nullptr;
     for (std::int32_t i = 0; i < count; ++i)

@@ -157,6 +157,14 @@ TEST(NurbsSet, BadInputGivesItsStatusAndLeavesTheCurveEmpty) {
     EXPECT_EQ(c.Set(3, 4, pts, 8, nullptr, 0), kCurveMissingKnots);
     EXPECT_EQ(c.Set(3, 0, pts, 4, U, 0), kCurveBadPointCount);
     EXPECT_EQ(c.Set(3, 1 << 30, pts, 8, U, 0), kCurveBadPointCount);
+    // Degrees beyond the library's limit are refused before any table grows.
+    std::vector<KVector3D> many(100, KVector3D(0, 0, 0, 1));
+    std::vector<double> manyKnots(200, 0.0);
+    std::fill(manyKnots.begin() + 100, manyKnots.end(), 1.0);
+    EXPECT_EQ(c.Set(99, 100, many.data(), 200, manyKnots.data(), 0), kCurveBadDegree);
+    VCurveStatus big = kCurveOK;
+    VCNurbsCurve huge(big, 100000, 100001);
+    EXPECT_EQ(big, kCurveBadDegree);
     const double decreasing[] = {0, 0, 0, 0, 1, 1, 1, 0.5};
     EXPECT_EQ(c.Set(3, 4, pts, 8, decreasing, 0), kCurveBadKnotCount);
     const double unclamped[] = {0, 0.1, 0.2, 0.3, 0.6, 0.7, 0.8, 1};
