@@ -113,8 +113,9 @@ TEST(BitmapFiles, FilesThatAreNotPicturesAreRefusedWithAReason) {
     // The reader keeps what it could read of a bitmap cut short, as image
     // editors do; what matters is a picture of the stated size or a refusal.
     PlatformBitmap cut;
-    if (LoadBitmapFile((dir / "cut.bmp").string(), &cut, &error))
+    if (LoadBitmapFile((dir / "cut.bmp").string(), &cut, &error)) {
         EXPECT_EQ(cut.pixels.size(), 64u * 64u);
+    }
 
     // A header that claims a picture of 60000 by 60000 pixels.
     std::string huge = bytes.substr(0, 54);
