@@ -292,11 +292,13 @@ class Interactive {
             if (!std::isfinite(sv[k].x) || !std::isfinite(sv[k].y) || !std::isfinite(sv[k].z))
                 return;
         }
-        for (int k = 1; k + 1 < n; ++k)
-            out.push_back({{sv[0], sv[k], sv[k + 1]},
-                           textured ? Shade::Textured : Shade::Colour,
-                           blend,
-                           textured ? b.texture : -1});
+        for (int k = 1; k + 1 < n; ++k) {
+            ScreenTriangle st;
+            st.shade = textured ? Shade::Textured : Shade::Colour;
+            st.blend = blend;
+            st.texture = textured ? b.texture : -1;
+            if (st.setUp(sv[0], sv[k], sv[k + 1], height)) out.push_back(st);
+        }
     }
 
     bool emitLine(ClipVertex a, ClipVertex b, std::vector<ScreenLine>& out) const {
@@ -348,29 +350,41 @@ class Interactive {
         float ca = std::clamp(cc.a, 0.0f, 1.0f);
         std::uint32_t clearWord =
             (c8(ca) << 24) | (c8(cc.r * ca) << 16) | (c8(cc.g * ca) << 8) | c8(cc.b * ca);
-        frame.reset(W, H, clearWord);
+        frame.resize(W, H);
+        height = H;
         auto row = [&](int y) {
             return reinterpret_cast<std::uint32_t*>(static_cast<unsigned char*>(pm.image) +
                                                     static_cast<size_t>(y + y0) * pm.rowBytes) +
                    x0;
         };
-        if (!clearIt)
-            for (int y = 0; y < H; ++y)
-                std::memcpy(frame.colour() + static_cast<size_t>(y) * W, row(y), W * 4u);
 
         const int parts = workerCount();
         // 1. light and transform every vertex
-        std::vector<Lit> lit(vertices.size());
+        lit.resize(vertices.size());
+        screen.resize(vertices.size());
+        inside.resize(vertices.size());
         parallel(parts, [&](int p, int n) {
             size_t a = vertices.size() * p / n, b = vertices.size() * (p + 1) / n;
             for (size_t i = a; i < b; ++i) {
                 const Batch& bt = batches[vertexBatch[i]];
                 lit[i] = light(vertices[i], bt.draw, vertices[i].normal);
+                // the plain-colour form in window pixels, for triangles that
+                // need no cutting at the hither plane
+                inside[i] = lit[i].z <= 0 && lit[i].w > 0;
+                if (inside[i]) {
+                    ClipVertex c;
+                    attributes(c, lit[i], vertices[i], false);
+                    screen[i] = project(c, 4);
+                }
             }
         });
         // 2. cull, shade flat faces, clip and project triangles
-        std::vector<std::vector<ScreenTriangle>> tris(parts);
-        std::vector<std::vector<ScreenLine>> lines(parts);
+        tris.resize(parts);
+        lines.resize(parts);
+        for (auto& t : tris)
+            t.clear();
+        for (auto& l : lines)
+            l.clear();
         parallel(parts, [&](int p, int n) {
             size_t a = triangles.size() * p / n, b = triangles.size() * (p + 1) / n;
             for (size_t t = a; t < b; ++t) {
@@ -380,11 +394,26 @@ class Interactive {
                 const TQ3XVertex* v[3] = {&vertices[tri.v[0]], &vertices[tri.v[1]],
                                           &vertices[tri.v[2]]};
                 if (d.backfacing == kQ3BackfacingStyleRemove) {
-                    TQ3Vector3D V = toEye(v[0]->point);
+                    const TQ3Point3D& p0 = v[0]->point;
+                    TQ3Vector3D V = ortho ? TQ3Vector3D{-viewDir.x, -viewDir.y, -viewDir.z}
+                                          : TQ3Vector3D{eye.x - p0.x, eye.y - p0.y, eye.z - p0.z};
                     const TQ3Vector3D& fn = tri.faceNormal;
                     if (fn.x * V.x + fn.y * V.y + fn.z * V.z < 0) continue;
                 }
                 bool textured = bt.texture >= 0 && (v[0]->flags & kQ3XVertexHasUV);
+                if (d.fill == kQ3FillStyleFilled && !textured &&
+                    d.interpolation != kQ3InterpolationStyleNone && inside[tri.v[0]] &&
+                    inside[tri.v[1]] && inside[tri.v[2]]) {
+                    const ScreenVertex &s0 = screen[tri.v[0]], &s1 = screen[tri.v[1]],
+                                       &s2 = screen[tri.v[2]];
+                    ScreenTriangle st;
+                    st.shade = Shade::Colour;
+                    st.blend = s0.at[3] < 0.999f * s0.iw || s1.at[3] < 0.999f * s1.iw ||
+                               s2.at[3] < 0.999f * s2.iw;
+                    st.texture = -1;
+                    if (st.setUp(s0, s1, s2, height)) tris[p].push_back(st);
+                    continue;
+                }
                 ClipVertex c[3];
                 if (d.interpolation == kQ3InterpolationStyleNone) {
                     TQ3XVertex centre = *v[0];
@@ -453,42 +482,56 @@ class Interactive {
                              m.bitmap.bitOrder == kQ3EndianBig, d.r, d.g, d.b,
                              (tr.r + tr.g + tr.b) / 3});
         }
-        // 3. opaque first, then see-through back to front
-        std::vector<ScreenTriangle> opaque, seeThrough;
+        // 3. a compact list of the rows each opaque triangle covers, so that a
+        // thread reads only its own triangles; see-through ones go back to
+        // front after them
+        seeThrough.clear();
+        spans.clear();
         for (auto& part : tris)
-            for (ScreenTriangle& t : part)
-                (t.blend ? seeThrough : opaque).push_back(t);
+            for (const ScreenTriangle& t : part) {
+                if (t.blend)
+                    seeThrough.push_back(&t);
+                else
+                    spans.push_back({t.y0, t.y1, &t});
+            }
         std::stable_sort(seeThrough.begin(), seeThrough.end(),
-                         [](const ScreenTriangle& a, const ScreenTriangle& b) {
-                             return a.v[0].z + a.v[1].z + a.v[2].z > b.v[0].z + b.v[1].z + b.v[2].z;
+                         [](const ScreenTriangle* a, const ScreenTriangle* b) {
+                             return a->depthKey > b->depthKey;
                          });
-        // 4. rasterise: each thread its own rows
+        // 4. rasterise: each thread its own rows, from clearing to output
+        const bool alpha = pm.pixelType == kQ3PixelTypeARGB32;
         parallel(parts, [&](int p, int n) {
             Band band{p, n};
-            for (const ScreenTriangle& t : opaque)
-                frame.drawTriangle(t, band, textures);
+            if (clearIt)
+                frame.clearRows(band, clearWord);
+            else
+                for (int y = band.next(0); y < H; y = band.next(y + 1)) {
+                    std::memcpy(frame.row(y), row(y), W * 4u);
+                    frame.clearRows(band, 0, y); // depth only
+                }
+            for (const Span& sp : spans)
+                if (band.touches(sp.y0, sp.y1)) frame.drawTriangle(*sp.triangle, band, textures);
             for (auto& part : lines)
                 for (const ScreenLine& l : part)
                     if (!l.blend) frame.drawLine(l, band);
             for (const ScreenMarker& m : marks)
                 frame.drawMarker(m, band);
-            for (const ScreenTriangle& t : seeThrough)
-                frame.drawTriangle(t, band, textures);
+            for (const ScreenTriangle* t : seeThrough)
+                frame.drawTriangle(*t, band, textures);
             for (auto& part : lines)
                 for (const ScreenLine& l : part)
                     if (l.blend) frame.drawLine(l, band);
+            // 5. out to the pixmap
+            for (int y = band.next(0); y < H; y = band.next(y + 1)) {
+                std::uint32_t* dst = row(y);
+                const std::uint32_t* src = frame.row(y);
+                if (alpha)
+                    std::memcpy(dst, src, W * 4u);
+                else
+                    for (int x = 0; x < W; ++x)
+                        dst[x] = src[x] | 0xFF000000u;
+            }
         });
-        // 5. out to the pixmap
-        const bool alpha = pm.pixelType == kQ3PixelTypeARGB32;
-        for (int y = 0; y < H; ++y) {
-            std::uint32_t* dst = row(y);
-            const std::uint32_t* src = frame.colour() + static_cast<size_t>(y) * W;
-            if (alpha)
-                std::memcpy(dst, src, W * 4u);
-            else
-                for (int x = 0; x < W; ++x)
-                    dst[x] = src[x] | 0xFF000000u;
-        }
     }
 
     TQ3XPassInfo pass{};
@@ -507,6 +550,19 @@ class Interactive {
     std::vector<TextureView> textures;
     std::vector<TQ3Object> textureObjects;
     FrameBuffer frame;
+    int height = 0;
+    // per frame, kept to spare the allocations
+    std::vector<Lit> lit;
+    std::vector<ScreenVertex> screen;
+    std::vector<char> inside;
+    std::vector<std::vector<ScreenTriangle>> tris;
+    std::vector<std::vector<ScreenLine>> lines;
+    std::vector<const ScreenTriangle*> seeThrough;
+    struct Span {
+        int y0, y1;
+        const ScreenTriangle* triangle;
+    };
+    std::vector<Span> spans;
 };
 
 Interactive* self(void* p) {

@@ -15,6 +15,13 @@ inline std::uint32_t pack(float r, float g, float b, float a) {
     return (c(a) << 24) | (c(r) << 16) | (c(g) << 8) | c(b);
 }
 
+// ceil for window coordinates, without a call into the maths library
+inline int ceilInt(float x) {
+    x = std::clamp(x, -1e9f, 1e9f);
+    int i = static_cast<int>(x);
+    return i + (x > static_cast<float>(i) ? 1 : 0);
+}
+
 inline void unpack(std::uint32_t p, float& r, float& g, float& b, float& a) {
     constexpr float k = 1.0f / 255.0f;
     a = static_cast<float>(p >> 24) * k;
@@ -25,11 +32,22 @@ inline void unpack(std::uint32_t p, float& r, float& g, float& b, float& a) {
 
 } // namespace
 
-void FrameBuffer::reset(int width, int height, std::uint32_t clearWord) {
+void FrameBuffer::resize(int width, int height) {
     w = std::max(width, 0);
     h = std::max(height, 0);
-    rgba.assign(static_cast<size_t>(w) * h, clearWord);
-    depth.assign(static_cast<size_t>(w) * h, 1.0f);
+    rgba.resize(static_cast<size_t>(w) * h);
+    depth.resize(static_cast<size_t>(w) * h);
+}
+
+void FrameBuffer::clearRows(const Band& band, std::uint32_t clearWord) {
+    for (int y = band.next(0); y < h; y = band.next(y + 1)) {
+        std::fill_n(rgba.begin() + static_cast<long>(y) * w, w, clearWord);
+        std::fill_n(depth.begin() + static_cast<long>(y) * w, w, 1.0f);
+    }
+}
+
+void FrameBuffer::clearRows(const Band&, int, int y) {
+    if (y >= 0 && y < h) std::fill_n(depth.begin() + static_cast<long>(y) * w, w, 1.0f);
 }
 
 inline void FrameBuffer::writePixel(int x, int y, float z, float r, float g, float b, float a,
@@ -51,55 +69,101 @@ inline void FrameBuffer::writePixel(int x, int y, float z, float r, float g, flo
     if (depthWrite) depth[i] = z;
 }
 
-void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
-                               const std::vector<TextureView>& textures) {
-    const ScreenVertex* v[3] = {&t.v[0], &t.v[1], &t.v[2]};
-    std::sort(v, v + 3, [](const ScreenVertex* a, const ScreenVertex* b) { return a->y < b->y; });
+bool ScreenTriangle::setUp(const ScreenVertex& p, const ScreenVertex& q, const ScreenVertex& r,
+                           int h) {
+    const ScreenVertex* v[3] = {&p, &q, &r};
+    if (v[1]->y < v[0]->y) std::swap(v[0], v[1]);
+    if (v[2]->y < v[1]->y) std::swap(v[1], v[2]);
+    if (v[1]->y < v[0]->y) std::swap(v[0], v[1]);
     const ScreenVertex &a = *v[0], &b = *v[1], &c = *v[2];
     const float area = (b.x - a.x) * (c.y - a.y) - (c.x - a.x) * (b.y - a.y);
-    if (!(std::fabs(area) > 1e-12f)) return;
-    int y0 = std::max(0, static_cast<int>(std::ceil(a.y - 0.5f)));
-    int y1 = std::min(h, static_cast<int>(std::ceil(c.y - 0.5f)));
-    if (y0 >= y1) return;
-    const int nat = t.shade == Shade::Colour ? 4 : 9;
-    // plane gradients of z, 1/w and the attributes
+    if (!(std::fabs(area) > 1e-12f)) return false;
+    y0 = std::max(0, ceilInt(a.y - 0.5f));
+    y1 = std::min(h, ceilInt(c.y - 0.5f));
+    if (y0 >= y1) return false;
+    ax = a.x;
+    ay = a.y;
+    bx = b.x;
+    by = b.y;
+    cx = c.x;
+    cy = c.y;
+    dac = (c.x - a.x) / (c.y - a.y);
+    dab = b.y > a.y ? (b.x - a.x) / (b.y - a.y) : 0;
+    dbc = c.y > b.y ? (c.x - b.x) / (c.y - b.y) : 0;
     const float inv = 1.0f / area;
     auto grad = [&](float fa, float fb, float fc, float& dx, float& dy) {
         dx = ((fb - fa) * (c.y - a.y) - (fc - fa) * (b.y - a.y)) * inv;
         dy = ((fc - fa) * (b.x - a.x) - (fb - fa) * (c.x - a.x)) * inv;
     };
-    float zdx, zdy, wdx, wdy, adx[kMaxAttributes], ady[kMaxAttributes];
+    z = a.z;
+    w = a.iw;
     grad(a.z, b.z, c.z, zdx, zdy);
     grad(a.iw, b.iw, c.iw, wdx, wdy);
-    for (int k = 0; k < nat; ++k)
-        grad(a.at[k], b.at[k], c.at[k], adx[k], ady[k]);
+    // Opaque plain colours are interpolated straight across the screen: the
+    // eye cannot tell, and it spares a division a pixel.
+    const bool affine = shade == Shade::Colour && !blend;
+    attributes = affine ? 3 : shade == Shade::Colour ? 4 : 9;
+    for (int k = 0; k < attributes; ++k) {
+        if (affine) {
+            float fa = a.at[k] / a.iw, fb = b.at[k] / b.iw, fc = c.at[k] / c.iw;
+            at[k] = fa;
+            grad(fa, fb, fc, adx[k], ady[k]);
+        } else {
+            at[k] = a.at[k];
+            grad(a.at[k], b.at[k], c.at[k], adx[k], ady[k]);
+        }
+    }
+    depthKey = a.z + b.z + c.z;
+    return std::isfinite(zdx) && std::isfinite(zdy) && std::isfinite(wdx) && std::isfinite(wdy);
+}
+
+void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
+                               const std::vector<TextureView>& textures) {
+    const int nat = t.attributes;
     const TextureView* tex = t.texture >= 0 && t.texture < static_cast<int>(textures.size())
                                  ? &textures[t.texture]
                                  : nullptr;
     const bool depthWrite = !t.blend;
-    for (int y = y0; y < y1; ++y) {
-        if (!band.owns(y)) continue;
+    const bool plain = t.shade == Shade::Colour && !t.blend;
+    for (int y = band.next(t.y0); y < t.y1; ++y) {
+        if (y % Band::kBlockRows == 0) {
+            y = band.next(y);
+            if (y >= t.y1) break;
+        }
         const float yc = static_cast<float>(y) + 0.5f;
         // x on the long edge a-c and on the short edge a-b or b-c
-        float xl = a.x + (c.x - a.x) * (yc - a.y) / (c.y - a.y);
-        float xs;
-        if (yc < b.y)
-            xs = (b.y > a.y) ? a.x + (b.x - a.x) * (yc - a.y) / (b.y - a.y) : b.x;
-        else
-            xs = (c.y > b.y) ? b.x + (c.x - b.x) * (yc - b.y) / (c.y - b.y) : b.x;
+        float xl = t.ax + t.dac * (yc - t.ay);
+        float xs = yc < t.by ? t.ax + t.dab * (yc - t.ay) : t.bx + t.dbc * (yc - t.by);
         if (xs < xl) std::swap(xs, xl);
-        int x0 = std::max(0, static_cast<int>(std::ceil(xl - 0.5f)));
-        int x1 = std::min(w, static_cast<int>(std::ceil(xs - 0.5f)));
+        int x0 = std::max(0, ceilInt(xl - 0.5f));
+        int x1 = std::min(w, ceilInt(xs - 0.5f));
         if (x0 >= x1) continue;
-        const float dxs = static_cast<float>(x0) + 0.5f - a.x, dys = yc - a.y;
-        float z = a.z + zdx * dxs + zdy * dys;
-        float iw = a.iw + wdx * dxs + wdy * dys;
+        const float dxs = static_cast<float>(x0) + 0.5f - t.ax, dys = yc - t.ay;
+        float z = t.z + t.zdx * dxs + t.zdy * dys;
+        float iw = t.w + t.wdx * dxs + t.wdy * dys;
+        std::uint32_t* colour = rgba.data() + static_cast<size_t>(y) * w;
+        float* depthRow = depth.data() + static_cast<size_t>(y) * w;
+        if (plain) {
+            float r = t.at[0] + t.adx[0] * dxs + t.ady[0] * dys;
+            float g = t.at[1] + t.adx[1] * dxs + t.ady[1] * dys;
+            float b = t.at[2] + t.adx[2] * dxs + t.ady[2] * dys;
+            for (int x = x0; x < x1; ++x) {
+                if (z >= 0.0f && z < depthRow[x]) {
+                    colour[x] = pack(r, g, b, 1.0f);
+                    depthRow[x] = z;
+                }
+                z += t.zdx;
+                r += t.adx[0];
+                g += t.adx[1];
+                b += t.adx[2];
+            }
+            continue;
+        }
         float at[kMaxAttributes];
         for (int k = 0; k < nat; ++k)
-            at[k] = a.at[k] + adx[k] * dxs + ady[k] * dys;
+            at[k] = t.at[k] + t.adx[k] * dxs + t.ady[k] * dys;
         for (int x = x0; x < x1; ++x) {
-            size_t i = static_cast<size_t>(y) * w + x;
-            if (z >= 0.0f && z < depth[i] && iw > 0) {
+            if (z >= 0.0f && z < depthRow[x] && iw > 0) {
                 const float wv = 1.0f / iw;
                 if (t.shade == Shade::Colour) {
                     writePixel(x, y, z, at[0] * wv, at[1] * wv, at[2] * wv, at[3] * wv, t.blend,
@@ -112,10 +176,10 @@ void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
                                tc.a * at[8] * wv, t.blend || tc.a < 1.0f, depthWrite);
                 }
             }
-            z += zdx;
-            iw += wdx;
+            z += t.zdx;
+            iw += t.wdx;
             for (int k = 0; k < nat; ++k)
-                at[k] += adx[k];
+                at[k] += t.adx[k];
         }
     }
 }

@@ -25,11 +25,23 @@ enum class Shade : std::uint8_t {
     Textured // attributes Lr, Lg, Lb, Sr, Sg, Sb, u, v, a: texel * L + S
 };
 
+// A triangle set up for scanning: its corners sorted by y, the rows it
+// covers, and the plane of every interpolated value.
 struct ScreenTriangle {
-    ScreenVertex v[3];
+    float ax, ay, bx, by, cx, cy;
+    float dac, dab, dbc; // dx/dy of the edges a-c, a-b, b-c
+    int y0, y1;          // rows [y0, y1)
+    float z, zdx, zdy;   // at a, per pixel in x and y
+    float w, wdx, wdy;
+    float at[kMaxAttributes], adx[kMaxAttributes], ady[kMaxAttributes];
+    float depthKey; // for ordering see-through triangles
     Shade shade;
-    bool blend;  // see-through: blended, no depth write
+    bool blend; // see-through: blended, no depth write
+    std::uint8_t attributes;
     int texture; // index into the frame's textures, or -1
+
+    // False for a triangle that covers no pixel centre of a window of height h.
+    bool setUp(const ScreenVertex& p, const ScreenVertex& q, const ScreenVertex& r, int h);
 };
 
 struct ScreenLine {
@@ -49,17 +61,30 @@ struct ScreenMarker {
 struct Band {
     int index = 0; // rows are taken in blocks of kBlockRows, dealt round-robin
     int count = 1;
-    static constexpr int kBlockRows = 8;
+    static constexpr int kBlockRows = 32;
     bool owns(int row) const { return (row / kBlockRows) % count == index; }
+    // Whether any row of [y0, y1) is this band's.
+    bool touches(int y0, int y1) const { return next(y0) < y1; }
+    // The first owned row at or after row.
+    int next(int row) const {
+        if (count == 1) return row;
+        int block = row / kBlockRows;
+        int offset = index - block % count;
+        if (offset < 0) offset += count;
+        return offset == 0 ? row : (block + offset) * kBlockRows;
+    }
 };
 
 class FrameBuffer {
   public:
-    void reset(int width, int height, std::uint32_t clearWord);
+    // Sizes the buffers; the rows are cleared by clearRows in the bands.
+    void resize(int width, int height);
+    void clearRows(const Band& band, std::uint32_t clearWord);
+    // Clears the depth of one row only (the colour stays).
+    void clearRows(const Band& band, int, int y);
     int width() const { return w; }
     int height() const { return h; }
-    std::uint32_t* colour() { return rgba.data(); }
-    const std::uint32_t* colour() const { return rgba.data(); }
+    std::uint32_t* row(int y) { return rgba.data() + static_cast<size_t>(y) * w; }
 
     void drawTriangle(const ScreenTriangle& t, const Band& band,
                       const std::vector<TextureView>& textures);
