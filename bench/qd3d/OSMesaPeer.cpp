@@ -40,7 +40,8 @@ OSMesaPeer::OSMesaPeer(const TextMesh& mesh, int w, int h) : width(w), height(h)
     const float diffuse[4] = {0.9f, 0.6f, 0.2f, 1}, spec[4] = {0.5f, 0.5f, 0.5f, 1};
     glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE, diffuse);
     glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, spec);
-    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 8);
+    // Blinn highlights spread wider than Phong ones: four times the exponent is close
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 32);
     glGenBuffers(3, buffers);
     glBindBuffer(GL_ARRAY_BUFFER, buffers[0]);
     glBufferData(GL_ARRAY_BUFFER, mesh.positions.size() * 4, mesh.positions.data(), GL_STATIC_DRAW);

@@ -473,7 +473,8 @@ class Interactive {
             float y = p.x * w[0][1] + p.y * w[1][1] + p.z * w[2][1] + w[3][1];
             float z = p.x * w[0][2] + p.y * w[1][2] + p.z * w[2][2] + w[3][2];
             float ww = p.x * w[0][3] + p.y * w[1][3] + p.z * w[2][3] + w[3][3];
-            if (!(ww > 0) || z / ww > 0) continue;
+            if (!(ww > 0) || z / ww > 0 || !std::isfinite(x / ww) || !std::isfinite(y / ww))
+                continue;
             const TQ3ColorRGB& d = m.location.diffuse;
             const TQ3ColorRGB& tr = m.location.transparency;
             marks.push_back({x / ww - pass.window.min.x, y / ww - pass.window.min.y, -z / ww,

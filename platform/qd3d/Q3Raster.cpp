@@ -17,7 +17,8 @@ inline std::uint32_t pack(float r, float g, float b, float a) {
 
 // ceil for window coordinates, without a call into the maths library
 inline int ceilInt(float x) {
-    x = std::clamp(x, -1e9f, 1e9f);
+    if (!(x >= -1e9f)) x = -1e9f; // also a NaN
+    if (!(x <= 1e9f)) x = 1e9f;
     int i = static_cast<int>(x);
     return i + (x > static_cast<float>(i) ? 1 : 0);
 }
@@ -209,7 +210,7 @@ void FrameBuffer::drawLine(const ScreenLine& l, const Band& band) {
 }
 
 void FrameBuffer::drawMarker(const ScreenMarker& m, const Band& band) {
-    if (!m.bits) return;
+    if (!m.bits || !(std::fabs(m.x) < 1e7f) || !(std::fabs(m.y) < 1e7f)) return;
     const long ox = std::lround(std::floor(m.x)) + m.xOffset;
     const long oy = std::lround(std::floor(m.y)) + m.yOffset;
     for (std::uint32_t r = 0; r < m.height; ++r) {

@@ -7,6 +7,23 @@
 namespace q3 {
 namespace {
 
+// Every float of the data is a finite number.
+template <class D> bool allFinite(const D& d) {
+    static_assert(sizeof(D) % sizeof(float) == 0);
+    float f[sizeof(D) / sizeof(float)];
+    std::memcpy(f, &d, sizeof(D));
+    for (float x : f)
+        if (!finite(x)) return false;
+    return true;
+}
+// The rotate records hold an axis (an enum); their floats are checked by name.
+template <> bool allFinite(const TQ3RotateTransformData& d) {
+    return finite(d.radians);
+}
+template <> bool allFinite(const TQ3RotateAboutPointTransformData& d) {
+    return finite(d.radians) && finite(d.about);
+}
+
 class TransformObject : public OpaqueTQ3Object {
   public:
     explicit TransformObject(TQ3ObjectType t) : OpaqueTQ3Object(t) {}
@@ -96,6 +113,10 @@ template <class D> TQ3Object newWith(TQ3ObjectType t, D TransformObject::*field,
         postError(kQ3ErrorNULLParameter);
         return nullptr;
     }
+    if (!allFinite(*value)) {
+        postError(kQ3ErrorInvalidParameter);
+        return nullptr;
+    }
     TQ3Object o = make<TransformObject>(t);
     if (o) static_cast<TransformObject*>(o)->*field = *value;
     return o;
@@ -104,6 +125,10 @@ template <class D> TQ3Object newWith(TQ3ObjectType t, D TransformObject::*field,
 TQ3Status submitMatrix(const TQ3Matrix4x4& m, TQ3ViewObject view) {
     View* v = viewInPass(view);
     if (!v) return kQ3Failure;
+    if (!allFinite(m)) {
+        postError(kQ3ErrorInvalidParameter);
+        return kQ3Failure;
+    }
     v->applyMatrix(m);
     return kQ3Success;
 }
@@ -283,6 +308,10 @@ TQ3Status Q3RotateAboutPointTransform_GetAxis(TQ3TransformObject t, TQ3Axis* axi
 TQ3Status Q3RotateAboutPointTransform_SetAngle(TQ3TransformObject t, float radians) {
     auto* x = rotateAbout(t);
     if (!x) return kQ3Failure;
+    if (!finite(radians)) {
+        postError(kQ3ErrorInvalidParameter);
+        return kQ3Failure;
+    }
     x->aboutPoint.radians = radians;
     x->edited();
     return kQ3Success;
@@ -295,7 +324,7 @@ TQ3Status Q3RotateAboutPointTransform_GetAngle(TQ3TransformObject t, float* radi
 }
 TQ3Status Q3RotateAboutPointTransform_SetAboutPoint(TQ3TransformObject t, const TQ3Point3D* p) {
     auto* x = rotateAbout(t);
-    if (!x || !p) return kQ3Failure;
+    if (!x || !p || !finite(*p)) return kQ3Failure;
     x->aboutPoint.about = *p;
     x->edited();
     return kQ3Success;
@@ -320,7 +349,7 @@ TQ3Status Q3RotateAboutAxisTransform_GetData(TQ3TransformObject t,
 }
 TQ3Status Q3RotateAboutAxisTransform_SetOrigin(TQ3TransformObject t, const TQ3Point3D* p) {
     auto* x = rotateAxis(t);
-    if (!x || !p) return kQ3Failure;
+    if (!x || !p || !finite(*p)) return kQ3Failure;
     x->aboutAxis.origin = *p;
     x->edited();
     return kQ3Success;
@@ -333,7 +362,7 @@ TQ3Status Q3RotateAboutAxisTransform_GetOrigin(TQ3TransformObject t, TQ3Point3D*
 }
 TQ3Status Q3RotateAboutAxisTransform_SetOrientation(TQ3TransformObject t, const TQ3Vector3D* v) {
     auto* x = rotateAxis(t);
-    if (!x || !v) return kQ3Failure;
+    if (!x || !v || !finite(*v)) return kQ3Failure;
     x->aboutAxis.orientation = *v;
     x->edited();
     return kQ3Success;
@@ -347,6 +376,10 @@ TQ3Status Q3RotateAboutAxisTransform_GetOrientation(TQ3TransformObject t, TQ3Vec
 TQ3Status Q3RotateAboutAxisTransform_SetAngle(TQ3TransformObject t, float radians) {
     auto* x = rotateAxis(t);
     if (!x) return kQ3Failure;
+    if (!finite(radians)) {
+        postError(kQ3ErrorInvalidParameter);
+        return kQ3Failure;
+    }
     x->aboutAxis.radians = radians;
     x->edited();
     return kQ3Success;
