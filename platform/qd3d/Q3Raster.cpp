@@ -9,7 +9,8 @@ namespace {
 
 inline std::uint32_t pack(float r, float g, float b, float a) {
     auto c = [](float v) {
-        v = std::clamp(v, 0.0f, 1.0f);
+        if (!(v > 0.0f)) return 0u; // also a NaN
+        if (v >= 1.0f) return 255u;
         return static_cast<std::uint32_t>(v * 255.0f + 0.5f);
     };
     return (c(a) << 24) | (c(r) << 16) | (c(g) << 8) | c(b);

@@ -72,6 +72,15 @@ TQ3Status SetObject::add(TQ3ElementType type, const void* data) {
         TQ3Object shader;
         std::memcpy(&shader, data, sizeof shader);
         if (!checkObject(shader, kQ3ShaderTypeSurface)) return kQ3Failure;
+    } else if (type > 0 && type != kQ3AttributeTypeHighlightState) {
+        // built-in attributes are floats: no NaN or infinity gets in
+        float f[sizeof(TQ3Tangent2D) / sizeof(float)];
+        std::memcpy(f, data, size);
+        for (TQ3Uns32 i = 0; i < size / sizeof(float); ++i)
+            if (!finite(f[i])) {
+                postError(kQ3ErrorInvalidParameter);
+                return kQ3Failure;
+            }
     }
     bumpAttributeStamp();
     edited();

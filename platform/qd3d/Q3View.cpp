@@ -301,6 +301,7 @@ float View::pixelsPerUnitAt(const TQ3Point3D& local) {
 }
 
 void View::addBoundsPoint(const TQ3Point3D& p) {
+    if (!finite(p)) return; // a point beyond float range says nothing of the bounds
     if (mode == Mode::BoundingSphere && traversal == 1) {
         float dx = p.x - sphereCentre.x, dy = p.y - sphereCentre.y, dz = p.z - sphereCentre.z;
         sphereRadius2 = std::fmax(sphereRadius2, dx * dx + dy * dy + dz * dz);
