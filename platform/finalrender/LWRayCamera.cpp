@@ -1,0 +1,96 @@
+// Camera rays by inverting world to frustum.
+#include "platform/finalrender/LWRayCamera.h"
+
+#include <cmath>
+#include <utility>
+
+namespace lwsl {
+namespace {
+
+using M4 = double[4][4];
+
+void multiply(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b, M4 out) {
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) {
+            double s = 0;
+            for (int k = 0; k < 4; ++k)
+                s += static_cast<double>(a.value[i][k]) * b.value[k][j];
+            out[i][j] = s;
+        }
+}
+
+// Gauss-Jordan with partial pivoting; false for a singular matrix.
+bool invert(const M4 in, M4 out) {
+    double a[4][8];
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) {
+            a[i][j] = in[i][j];
+            a[i][j + 4] = i == j ? 1 : 0;
+        }
+    for (int c = 0; c < 4; ++c) {
+        int p = c;
+        for (int r = c + 1; r < 4; ++r)
+            if (std::fabs(a[r][c]) > std::fabs(a[p][c])) p = r;
+        if (!(std::fabs(a[p][c]) > 1e-300)) return false;
+        if (p != c)
+            for (int j = 0; j < 8; ++j)
+                std::swap(a[p][j], a[c][j]);
+        double k = 1 / a[c][c];
+        for (int j = 0; j < 8; ++j)
+            a[c][j] *= k;
+        for (int r = 0; r < 4; ++r) {
+            if (r == c) continue;
+            double f = a[r][c];
+            if (f == 0) continue;
+            for (int j = 0; j < 8; ++j)
+                a[r][j] -= f * a[c][j];
+        }
+    }
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) {
+            out[i][j] = a[i][j + 4];
+            if (!std::isfinite(out[i][j])) return false;
+        }
+    return true;
+}
+
+} // namespace
+
+bool RayCamera::setUp(const TQ3XPassInfo& pass) {
+    M4 toFrustum;
+    multiply(pass.worldToView, pass.viewToFrustum, toFrustum);
+    if (!invert(toFrustum, inverse)) return false;
+    fx = pass.frustumToWindow.value[0][0];
+    fy = pass.frustumToWindow.value[1][1];
+    ox = pass.frustumToWindow.value[3][0];
+    oy = pass.frustumToWindow.value[3][1];
+    ortho = pass.cameraType == kQ3CameraTypeOrthographic;
+    return std::isfinite(fx) && std::isfinite(fy) && std::isfinite(ox) && std::isfinite(oy) &&
+           fx != 0 && fy != 0;
+}
+
+bool RayCamera::rayAt(double x, double y, Ray& ray) const {
+    const double nx = (x - ox) / fx, ny = (y - oy) / fy;
+    // frustum z is 0 at hither and -1 at yon
+    double p[2][3];
+    for (int k = 0; k < 2; ++k) {
+        const double z = k == 0 ? 0.0 : -1.0;
+        double h[4];
+        for (int j = 0; j < 4; ++j)
+            h[j] = nx * inverse[0][j] + ny * inverse[1][j] + z * inverse[2][j] + inverse[3][j];
+        if (!(std::fabs(h[3]) > 1e-300)) return false;
+        for (int j = 0; j < 3; ++j)
+            p[k][j] = h[j] / h[3];
+    }
+    double d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
+    double len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+    if (!(len > 0) || !std::isfinite(len)) return false;
+    for (int j = 0; j < 3; ++j) {
+        ray.org[j] = static_cast<float>(p[0][j]);
+        ray.dir[j] = static_cast<float>(d[j] / len);
+    }
+    ray.tfar = static_cast<float>(len);
+    return std::isfinite(ray.org[0]) && std::isfinite(ray.org[1]) && std::isfinite(ray.org[2]);
+}
+
+} // namespace lwsl

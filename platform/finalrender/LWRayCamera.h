@@ -1,0 +1,32 @@
+// Camera rays from the matrices of a rendering pass: a window point is taken
+// back through the frustum to the hither and yon planes, which serves every
+// kind of camera alike.
+#pragma once
+
+#include "platform/qd3d/QD3DRendererExtension.h"
+
+namespace lwsl {
+
+struct Ray {
+    float org[3];
+    float dir[3]; // unit length
+    float tfar;   // distance from the hither to the yon plane
+};
+
+class RayCamera {
+  public:
+    // False when the matrices cannot be inverted or are not finite.
+    bool setUp(const TQ3XPassInfo& pass);
+    // The ray through window point (x, y), in the pixmap's pixels. False when
+    // that point has no ray (it lies outside what the camera can see).
+    bool rayAt(double x, double y, Ray& ray) const;
+    bool orthographic() const { return ortho; }
+
+  private:
+    double inverse[4][4]{}; // frustum to world
+    double fx = 1, fy = 1;  // window scale
+    double ox = 0, oy = 0;  // window offset
+    bool ortho = false;
+};
+
+} // namespace lwsl

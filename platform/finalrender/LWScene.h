@@ -1,0 +1,73 @@
+// The triangles of one picture, copied from what a pass submits, and the
+// Embree structure over them: nearest hits for camera rays (with back faces
+// removed where the style asks) and the light that gets through towards a
+// light, through see-through surfaces.
+#pragma once
+
+#include "platform/qd3d/Q3Texture.h"
+#include "platform/qd3d/QD3DRendererExtension.h"
+
+#include <embree3/rtcore.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace lwsl {
+
+struct Batch {
+    TQ3XDrawState state{};
+    std::vector<TQ3XVertex> vertices;
+    std::vector<std::uint32_t> indices; // 3 a triangle, all in range
+    std::vector<TQ3Vector3D> faceNormals;
+    std::vector<float> alpha; // a vertex's opacity: the mean of its transparency colour
+    bool seeThrough = false;  // some vertex is not opaque
+    bool textured = false;    // a texture is in force and the vertices have UV
+    q3::TextureView texture;
+};
+
+struct Hit {
+    std::uint32_t batch, triangle;
+    float u, v;  // weights of corners 1 and 2
+    float t;     // distance along the ray
+    float ng[3]; // the triangle's face normal
+};
+
+class Scene {
+  public:
+    Scene() = default;
+    ~Scene();
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    // Copies a batch; triangles with bad indices or points that are not
+    // finite are left out. Throws std::bad_alloc when memory runs out.
+    void add(const TQ3XTriangleBatch& batch);
+    // Builds the structure; false with a reason when Embree fails.
+    bool build(std::string& error);
+    // Drops the batches and the structure.
+    void clear();
+
+    // The nearest hit along the ray in [tnear, tfar].
+    bool nearest(const float org[3], const float dir[3], float tnear, float tfar, Hit& hit) const;
+    // The part of the light that gets through between tnear and tfar: 0 when
+    // an opaque surface is in the way.
+    float transmission(const float org[3], const float dir[3], float tnear, float tfar) const;
+
+    const Batch& batch(std::uint32_t i) const { return batches[i]; }
+    std::size_t triangleCount() const { return triangles; }
+    // A distance that is small against the size of the scene, for moving
+    // the start of a ray off the surface it leaves.
+    float epsilon() const { return eps; }
+
+  private:
+    void releaseEmbree();
+    std::vector<Batch> batches;
+    std::vector<TQ3TextureObject> textureRefs;
+    std::size_t triangles = 0;
+    float eps = 1e-4f;
+    RTCDevice device = nullptr;
+    RTCScene scene = nullptr;
+};
+
+} // namespace lwsl

@@ -1,0 +1,215 @@
+// The renderer class: collects the triangles and lights of a pass, and at
+// the end of the pass builds the ray tracing structure and traces the
+// picture into the draw context's pixmap.
+#include "platform/finalrender/LightWorksSL.h"
+
+#include "platform/finalrender/LWScene.h"
+#include "platform/finalrender/LWTracer.h"
+#include "platform/qd3d/Q3Internal.h"
+
+#include <chrono>
+#include <cstring>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace lwsl {
+namespace {
+
+TQ3ObjectType gRendererType = 0;
+
+class Renderer {
+  public:
+    TQ3Status startPass(const TQ3XPassInfo& info) {
+        scene.clear();
+        pass = info;
+        lights.assign(info.lights, info.lights + info.numLights);
+        pass.lights = nullptr;
+        return kQ3Success;
+    }
+
+    TQ3ViewStatus endPass() {
+        using Clock = std::chrono::steady_clock;
+        figures = {};
+        auto t0 = Clock::now();
+        std::string why;
+        if (!scene.build(why)) {
+            scene.clear();
+            q3::postError(kQ3ErrorOutOfMemory);
+            return kQ3ViewStatusError;
+        }
+        auto t1 = Clock::now();
+        TraceFigures traced;
+        const bool drawn =
+            pass.pixmap.image == nullptr || trace(scene, pass, lights, options, traced);
+        auto t2 = Clock::now();
+        figures.primaryRays = static_cast<double>(traced.primaryRays);
+        figures.shadowRays = static_cast<double>(traced.shadowRays);
+        figures.triangles = static_cast<double>(scene.triangleCount());
+        figures.buildSeconds = std::chrono::duration<double>(t1 - t0).count();
+        figures.renderSeconds = std::chrono::duration<double>(t2 - t1).count();
+        figures.threads = traced.threads;
+        scene.clear();
+        if (!drawn) {
+            q3::postError(kQ3ErrorUnsupportedPixelType);
+            return kQ3ViewStatusError;
+        }
+        return kQ3ViewStatusDone;
+    }
+
+    Scene scene;
+    TQ3XPassInfo pass{};
+    std::vector<TQ3XLight> lights;
+    TraceOptions options;
+    TQ3LightWorksSLStatistics figures{};
+};
+
+Renderer* self(void* p) {
+    return static_cast<Renderer*>(p);
+}
+
+TQ3XRendererMethods makeMethods() {
+    TQ3XRendererMethods m{};
+    m.newInstance = []() -> void* { return new (std::nothrow) Renderer; };
+    m.deleteInstance = [](void* p) { delete self(p); };
+    m.isInteractive = kQ3False;
+    m.startPass = [](void* p, TQ3ViewObject, const TQ3XPassInfo* info) {
+        if (!info) return kQ3Failure;
+        try {
+            return self(p)->startPass(*info);
+        } catch (...) {
+            q3::postError(kQ3ErrorOutOfMemory);
+            return kQ3Failure;
+        }
+    };
+    m.submitTriangles = [](void* p, const TQ3XTriangleBatch* batch) {
+        if (!batch) return kQ3Failure;
+        try {
+            self(p)->scene.add(*batch);
+            return kQ3Success;
+        } catch (...) {
+            self(p)->scene.clear();
+            q3::postError(kQ3ErrorOutOfMemory);
+            return kQ3Failure;
+        }
+    };
+    // Lines, points and markers are guides of the editor, not part of a
+    // finished picture: the ray tracer leaves them out.
+    m.endPass = [](void* p, TQ3ViewObject) {
+        try {
+            return self(p)->endPass();
+        } catch (...) {
+            self(p)->scene.clear();
+            q3::postError(kQ3ErrorOutOfMemory);
+            return kQ3ViewStatusError;
+        }
+    };
+    m.cancelPass = [](void* p) { self(p)->scene.clear(); };
+    return m;
+}
+
+// The instance behind a renderer of this class, or null after posting why.
+Renderer* instanceOf(TQ3RendererObject renderer) {
+    if (!renderer) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return nullptr;
+    }
+    if (gRendererType == 0 || Q3Renderer_GetType(renderer) != gRendererType) {
+        q3::postError(kQ3ErrorInvalidObjectType);
+        return nullptr;
+    }
+    return self(Q3XRenderer_GetInstance(renderer));
+}
+
+bool registered() {
+    TQ3ObjectClassNameString name;
+    return gRendererType != 0 &&
+           Q3RendererClass_GetNickNameString(gRendererType, name) == kQ3Success;
+}
+
+} // namespace
+} // namespace lwsl
+
+using namespace lwsl;
+
+extern "C" {
+
+TQ3Status Q3LightWorks_SL_Initialise(const char* className, const char* nickName,
+                                     const char* menuName) {
+    if (registered()) return kQ3Success;
+    gRendererType = 0;
+    if (!className || !*className) className = kQ3LightWorksSLClassName;
+    if (!nickName || !*nickName)
+        nickName = menuName && *menuName ? menuName : kQ3LightWorksSLNickName;
+    static const TQ3XRendererMethods methods = makeMethods();
+    TQ3ObjectType type = 0;
+    if (!Q3XRendererClass_Register(0, className, nickName, &methods, &type)) return kQ3Failure;
+    gRendererType = type;
+    return kQ3Success;
+}
+
+TQ3ObjectType Q3LightWorks_SL_GetRendererType(void) {
+    return registered() ? gRendererType : 0;
+}
+
+TQ3Status Q3LightWorks_SL_SetTransparencyAffectsAlpha(TQ3RendererObject renderer, TQ3Boolean flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    r->options.transparencyAffectsAlpha = flag != kQ3False;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_GetTransparencyAffectsAlpha(TQ3RendererObject renderer,
+                                                      TQ3Boolean* flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (!flag) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return kQ3Failure;
+    }
+    *flag = r->options.transparencyAffectsAlpha ? kQ3True : kQ3False;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_SetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32 samplesPerSide) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (samplesPerSide < 1 || samplesPerSide > 8) {
+        q3::postError(kQ3ErrorParameterOutOfRange);
+        return kQ3Failure;
+    }
+    r->options.samplesPerSide = samplesPerSide;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_GetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32* samplesPerSide) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (!samplesPerSide) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return kQ3Failure;
+    }
+    *samplesPerSide = r->options.samplesPerSide;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    r->options.shadows = shadows != kQ3False;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_GetStatistics(TQ3RendererObject renderer,
+                                        TQ3LightWorksSLStatistics* statistics) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (!statistics) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return kQ3Failure;
+    }
+    *statistics = r->figures;
+    return kQ3Success;
+}
+
+} // extern "C"

@@ -1,0 +1,58 @@
+/* The final renderer library: a ray tracer that registers itself as a
+ * renderer class of the 3D library. Q3LightWorks_SL_Initialise registers the
+ * class; the renderer is then made like any other, with
+ * Q3Renderer_NewFromType or Q3View_SetRendererByType. */
+#ifndef LIGHTWORKS_SL_H
+#define LIGHTWORKS_SL_H
+
+#include "platform/qd3d/QD3DRenderer.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define kQ3LightWorksSLClassName "LightWorkDesign:Renderer:SuperLite:Lumerra:FlyWORD"
+#define kQ3LightWorksSLNickName "LightWorks SuperLite for FlyWORD"
+
+/* Registers the renderer class under className with nickName as the name
+ * shown in menus; menuName is taken when nickName is NULL or empty. NULL
+ * className takes kQ3LightWorksSLClassName, and NULL names take
+ * kQ3LightWorksSLNickName. A second call answers success and keeps the first
+ * registration. The class's type is stored in *outType when it is not NULL. */
+TQ3Status Q3LightWorks_SL_Initialise(const char* className, const char* nickName,
+                                     const char* menuName);
+/* The type of the registered class, or 0 before Q3LightWorks_SL_Initialise. */
+TQ3ObjectType Q3LightWorks_SL_GetRendererType(void);
+
+/* With the flag set, a see-through surface leaves a partial alpha in the
+ * picture, so that what lies behind the picture shows through it; without it
+ * alpha is coverage alone. Off in a new renderer. */
+TQ3Status Q3LightWorks_SL_SetTransparencyAffectsAlpha(TQ3RendererObject renderer, TQ3Boolean flag);
+TQ3Status Q3LightWorks_SL_GetTransparencyAffectsAlpha(TQ3RendererObject renderer, TQ3Boolean* flag);
+
+/* Anti-aliasing: samplesPerSide by samplesPerSide jittered samples in each
+ * pixel, 1 to 8; 1 samples the pixel's centre. 3 in a new renderer. */
+TQ3Status Q3LightWorks_SL_SetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32 samplesPerSide);
+TQ3Status Q3LightWorks_SL_GetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32* samplesPerSide);
+
+/* Shadows from the lights that cast them: on in a new renderer. */
+TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows);
+
+/* Figures of the renderer's last picture. */
+typedef struct TQ3LightWorksSLStatistics {
+    double primaryRays;   /* camera rays, one per surface layer crossed */
+    double shadowRays;    /* rays towards lights */
+    double triangles;     /* triangles in the picture's scene */
+    double buildSeconds;  /* building the ray tracing structure */
+    double renderSeconds; /* tracing, shading and writing the pixels */
+    TQ3Uns32 threads;     /* threads that traced */
+} TQ3LightWorksSLStatistics;
+
+TQ3Status Q3LightWorks_SL_GetStatistics(TQ3RendererObject renderer,
+                                        TQ3LightWorksSLStatistics* statistics);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
