@@ -1,0 +1,164 @@
+// The final renderer as a class of the 3D library: registration, its
+// published answers, its settings, and pictures with nothing in them.
+#include "tests/finalrender/FinalRenderTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <dirent.h>
+#include <vector>
+
+using namespace frtest;
+using q3test::TestView;
+
+namespace {
+
+int threadCount() {
+    int n = 0;
+    if (DIR* d = opendir("/proc/self/task")) {
+        while (dirent* e = readdir(d))
+            n += e->d_name[0] != '.';
+        closedir(d);
+    }
+    return n;
+}
+
+} // namespace
+
+TEST(FinalRenderer, IsAClassOfRenderersWithItsNickName) {
+    registerFinalRenderer();
+    const TQ3ObjectType type = Q3LightWorks_SL_GetRendererType();
+    ASSERT_NE(type, 0);
+    // a second start keeps the class
+    EXPECT_EQ(Q3LightWorks_SL_Initialise(nullptr, nullptr, nullptr), kQ3Success);
+    EXPECT_EQ(Q3LightWorks_SL_GetRendererType(), type);
+
+    TQ3ObjectClassNameString nick;
+    ASSERT_EQ(Q3RendererClass_GetNickNameString(type, nick), kQ3Success);
+    EXPECT_STREQ(nick, "LightWorks SuperLite for FlyWORD");
+    TQ3ObjectClassNameString name;
+    ASSERT_EQ(Q3ObjectHierarchy_GetStringFromType(type, name), kQ3Success);
+    EXPECT_STREQ(name, "LightWorkDesign:Renderer:SuperLite:Lumerra:FlyWORD");
+
+    TQ3SubClassData sub{};
+    ASSERT_EQ(Q3ObjectHierarchy_GetSubClassData(kQ3SharedTypeRenderer, &sub), kQ3Success);
+    bool listed = false;
+    for (TQ3Uns32 i = 0; i < sub.numClasses; ++i)
+        listed |= sub.classTypes[i] == type;
+    EXPECT_TRUE(listed);
+    Q3ObjectHierarchy_EmptySubClassData(&sub);
+
+    TQ3RendererObject r = Q3Renderer_NewFromType(type);
+    ASSERT_NE(r, nullptr);
+    EXPECT_EQ(Q3Renderer_IsInteractive(r), kQ3False);
+    EXPECT_EQ(Q3Renderer_HasModalConfigure(r), kQ3False);
+    TQ3Boolean canceled = kQ3False;
+    EXPECT_EQ(Q3Renderer_ModalConfigure(r, nullptr, &canceled), kQ3Failure);
+    EXPECT_EQ(canceled, kQ3True);
+    Q3Object_Dispose(r);
+    Q3Error_Get(nullptr);
+}
+
+TEST(FinalRenderer, SettingsAreCheckedAndKept) {
+    registerFinalRenderer();
+    TQ3RendererObject r = Q3Renderer_NewFromType(Q3LightWorks_SL_GetRendererType());
+    ASSERT_NE(r, nullptr);
+    TQ3Boolean flag = kQ3True;
+    ASSERT_EQ(Q3LightWorks_SL_GetTransparencyAffectsAlpha(r, &flag), kQ3Success);
+    EXPECT_EQ(flag, kQ3False);
+    EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(r, kQ3True), kQ3Success);
+    ASSERT_EQ(Q3LightWorks_SL_GetTransparencyAffectsAlpha(r, &flag), kQ3Success);
+    EXPECT_EQ(flag, kQ3True);
+
+    TQ3Uns32 samples = 0;
+    ASSERT_EQ(Q3LightWorks_SL_GetSamplesPerSide(r, &samples), kQ3Success);
+    EXPECT_EQ(samples, 3u);
+    EXPECT_EQ(Q3LightWorks_SL_SetSamplesPerSide(r, 0), kQ3Failure);
+    EXPECT_EQ(Q3LightWorks_SL_SetSamplesPerSide(r, 9), kQ3Failure);
+    EXPECT_EQ(Q3LightWorks_SL_SetSamplesPerSide(r, 4), kQ3Success);
+    ASSERT_EQ(Q3LightWorks_SL_GetSamplesPerSide(r, &samples), kQ3Success);
+    EXPECT_EQ(samples, 4u);
+
+    // another class's renderer, no renderer, no place for the answer
+    TQ3RendererObject other = Q3Renderer_NewFromType(kQ3RendererTypeInteractive);
+    EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(other, kQ3True), kQ3Failure);
+    EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(nullptr, kQ3True), kQ3Failure);
+    EXPECT_EQ(Q3LightWorks_SL_GetSamplesPerSide(r, nullptr), kQ3Failure);
+    TQ3LightWorksSLStatistics st;
+    EXPECT_EQ(Q3LightWorks_SL_GetStatistics(other, &st), kQ3Failure);
+    Q3Object_Dispose(other);
+    Q3Object_Dispose(r);
+    Q3Error_Get(nullptr);
+}
+
+// No geometry and no lights: the picture is the clear colour, word for word
+// what the interactive renderer leaves.
+TEST(FinalRenderer, EmptySceneGivesTheClearColour) {
+    auto clearTo = [](TestView& v, TQ3ColorARGB c) {
+        TQ3DrawContextData d;
+        Q3DrawContext_GetData(v.context, &d);
+        d.clearImageColor = c;
+        Q3DrawContext_SetData(v.context, &d);
+    };
+    const TQ3ColorARGB colour{0.6f, 0.2f, 0.4f, 1.0f};
+    TestView interactive(16, 12);
+    clearTo(interactive, colour);
+    interactive.render([](TQ3ViewObject) {});
+    TestView final(16, 12);
+    clearTo(final, colour);
+    TQ3RendererObject r = useFinalRenderer(final, 2);
+    final.render([](TQ3ViewObject) {});
+    EXPECT_EQ(final.pixels, interactive.pixels);
+    EXPECT_NE(final.pixels[0], 0xDEADBEEFu);
+    // a geometry that makes no triangles is no different
+    TQ3Point3D line[2] = {{0, 0, 0}, {0, 0, 0}};
+    TQ3GeometryObject degenerate = polygon(line, 2);
+    final.render([&](TQ3ViewObject view) {
+        if (degenerate) Q3Object_Submit(degenerate, view);
+    });
+    EXPECT_EQ(final.pixels, interactive.pixels);
+    if (degenerate) Q3Object_Dispose(degenerate);
+    Q3Object_Dispose(r);
+    Q3Error_Get(nullptr);
+}
+
+// Every ray is counted, the work is spread over threads, and all of them
+// have ended when the pass returns.
+TEST(FinalRenderer, ThreadsEndWithTheCallAndRaysAreCounted) {
+    TestView v(80, 60, 5.0f, true);
+    TQ3RendererObject r = useFinalRenderer(v, 2);
+    v.addLight(pointLight(0, 0, 3));
+    v.addLight(pointLight(1, 1, 3));
+    TQ3GeometryObject sq = q3test::square(3.0f, 0); // fills the view
+    TQ3ShaderObject phong = Q3PhongIllumination_New();
+    const int before = threadCount();
+    v.render([&](TQ3ViewObject view) { submitAll(view, {phong, sq}); });
+    EXPECT_EQ(threadCount(), before);
+    TQ3LightWorksSLStatistics st{};
+    ASSERT_EQ(Q3LightWorks_SL_GetStatistics(r, &st), kQ3Success);
+    EXPECT_EQ(st.primaryRays, 80.0 * 60 * 4);
+    EXPECT_EQ(st.shadowRays, 2 * st.primaryRays); // both lights face every point
+    EXPECT_EQ(st.triangles, 2.0);
+    EXPECT_GE(st.threads, 1u);
+    EXPECT_EQ(premultipliedFaults(v), 0);
+    Q3Object_Dispose(phong);
+    Q3Object_Dispose(sq);
+    Q3Object_Dispose(r);
+}
+
+// A draw context over a pane draws only the pane.
+TEST(FinalRenderer, DrawsOnlyThePane) {
+    TestView v(40, 40, 5.0f, true);
+    TQ3RendererObject r = useFinalRenderer(v, 1);
+    TQ3DrawContextData d;
+    Q3DrawContext_GetData(v.context, &d);
+    d.paneState = kQ3True;
+    d.pane = {{10, 10}, {30, 30}};
+    Q3DrawContext_SetData(v.context, &d);
+    TQ3GeometryObject sq = q3test::square(3.0f, 0);
+    v.render([&](TQ3ViewObject view) { submitAll(view, {sq}); });
+    EXPECT_EQ(v.pixels[5 * 40 + 5], 0xDEADBEEFu); // untouched
+    EXPECT_EQ(v.at(20, 20).a, 255);               // drawn
+    Q3Object_Dispose(sq);
+    Q3Object_Dispose(r);
+}
