@@ -188,24 +188,45 @@ void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
 
 void FrameBuffer::drawLine(const ScreenLine& l, const Band& band) {
     const ScreenVertex &p = l.v[0], &q = l.v[1];
-    float dx = q.x - p.x, dy = q.y - p.y;
-    float len = std::max(std::fabs(dx), std::fabs(dy));
-    if (!std::isfinite(len)) return;
-    int steps = std::max(1, static_cast<int>(std::ceil(len)));
-    if (steps > 4 * (w + h)) steps = 4 * (w + h); // a line far outside gets no more samples
-    constexpr float kBias = 2e-5f;                // lines win over the surfaces they lie on
+    // in double: a line may reach far beyond the window
+    const double dx = static_cast<double>(q.x) - p.x, dy = static_cast<double>(q.y) - p.y;
+    if (!std::isfinite(dx) || !std::isfinite(dy)) return;
+    // keep the part inside the window (Liang-Barsky), so that a long line
+    // costs only its visible pixels
+    double t0 = 0, t1 = 1;
+    auto cut = [&](double num, double den) {
+        if (den == 0) return num >= 0;
+        double t = num / den;
+        if (den > 0) {
+            if (t < t0) return false;
+            if (t < t1) t1 = t;
+        } else {
+            if (t > t1) return false;
+            if (t > t0) t0 = t;
+        }
+        return true;
+    };
+    if (!cut(p.x, -dx) || !cut(w - static_cast<double>(p.x), dx) || !cut(p.y, -dy) ||
+        !cut(h - static_cast<double>(p.y), dy))
+        return;
+    const double x0 = p.x + dx * t0, y0 = p.y + dy * t0;
+    const double len = std::max(std::fabs(dx), std::fabs(dy)) * (t1 - t0);
+    const int steps = len > 0 ? static_cast<int>(std::ceil(len)) : 0;
+    constexpr float kBias = 2e-5f; // lines win over the surfaces they lie on
     for (int s = 0; s <= steps; ++s) {
-        float t = static_cast<float>(s) / static_cast<float>(steps);
-        float x = p.x + dx * t, y = p.y + dy * t;
+        double f = steps ? static_cast<double>(s) / steps : 0;
+        double t = t0 + (t1 - t0) * f;
+        double x = x0 + dx * (t1 - t0) * f, y = y0 + dy * (t1 - t0) * f;
         int xi = static_cast<int>(std::floor(x)), yi = static_cast<int>(std::floor(y));
         if (xi < 0 || yi < 0 || xi >= w || yi >= h || !band.owns(yi)) continue;
-        float iw = p.iw + (q.iw - p.iw) * t;
+        const float tf = static_cast<float>(t);
+        float iw = p.iw + (q.iw - p.iw) * tf;
         if (!(iw > 0)) continue;
         float wv = 1 / iw;
         float at[4];
         for (int k = 0; k < 4; ++k)
-            at[k] = (p.at[k] + (q.at[k] - p.at[k]) * t) * wv;
-        float z = p.z + (q.z - p.z) * t - kBias;
+            at[k] = (p.at[k] + (q.at[k] - p.at[k]) * tf) * wv;
+        float z = p.z + (q.z - p.z) * tf - kBias;
         writePixel(xi, yi, std::max(z, 0.0f), at[0], at[1], at[2], at[3], l.blend, !l.blend);
     }
 }

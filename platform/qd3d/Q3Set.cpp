@@ -3,6 +3,7 @@
 
 #include "platform/qd3d/Q3View.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace q3 {
@@ -92,13 +93,16 @@ TQ3Status SetObject::add(TQ3ElementType type, const void* data) {
             if (type == kQ3AttributeTypeSurfaceShader) retain(*static_cast<const TQ3Object*>(data));
             destroy(e);
             if (auto copy = method<TQ3XElementCopyAddMethod>(meta, kQ3XMethodTypeElementCopyAdd)) {
-                std::memset(e.data.data(), 0, size);
+                std::memset(e.data.data(), 0, e.data.size());
                 return copy(data, e.data.data());
             }
             std::memcpy(e.data.data(), data, size);
             return kQ3Success;
         }
-    Element e{type, std::vector<unsigned char>(size, 0), meta};
+    // Room beyond the declared size: an element declared with 32-bit
+    // references in mind still has space for a 64-bit one in its copy methods.
+    const TQ3Uns32 room = type < 0 ? size + 8 : size;
+    Element e{type, std::vector<unsigned char>(room, 0), meta};
     if (auto copy = method<TQ3XElementCopyAddMethod>(meta, kQ3XMethodTypeElementCopyAdd)) {
         if (copy(data, e.data.data()) != kQ3Success) return kQ3Failure;
     } else {
@@ -124,7 +128,9 @@ TQ3Status SetObject::get(TQ3ElementType type, void* data) const {
         if (e.type == type) {
             if (auto copy = method<TQ3XElementCopyGetMethod>(e.meta, kQ3XMethodTypeElementCopyGet))
                 return copy(e.data.data(), data);
-            std::memcpy(data, e.data.data(), e.data.size());
+            TQ3Uns32 declared = e.type > 0 ? builtinAttributeSize(e.type) : 0;
+            if (declared == 0) Q3XElementType_GetElementSize(e.type, &declared);
+            std::memcpy(data, e.data.data(), std::min<size_t>(declared, e.data.size()));
             if (type == kQ3AttributeTypeSurfaceShader) retain(*static_cast<TQ3Object*>(data));
             return kQ3Success;
         }

@@ -46,7 +46,8 @@ TQ3Status Q3ObjectHierarchy_EmptySubClassData(TQ3SubClassData* subClassData);
 
 /* Registered element classes. The meta handler answers the methods of
  * QD3DTypes.h by their type; an element without copy methods is copied
- * byte for byte. */
+ * byte for byte. Give sizeOfElement as the size of the element's struct on
+ * this platform (a reference to an object is sizeof(TQ3Object), 8 bytes). */
 TQ3XObjectClass Q3XElementClass_Register(TQ3ElementType* elementType, const char* name,
                                          TQ3Uns32 sizeOfElement, TQ3XMetaHandler metaHandler);
 TQ3Status Q3XElementType_GetElementSize(TQ3ElementType elementType, TQ3Uns32* sizeOfElement);

@@ -20,6 +20,8 @@ typedef struct TQ3SubdivisionStyleData {
     float c2;
 } TQ3SubdivisionStyleData;
 
+/* None lights each face once; Vertex lights the vertices and blends across
+ * the face. The interactive renderer draws Pixel as Vertex. */
 typedef enum TQ3InterpolationStyle {
     kQ3InterpolationStyleNone = 0,
     kQ3InterpolationStyleVertex = 1,

@@ -181,6 +181,21 @@ TEST_F(Geometry, PaneLimitsWhereTheRendererDraws) {
     Q3Object_Dispose(white);
 }
 
+TEST_F(Geometry, LongLinesAreCutToTheWindowWithoutGaps) {
+    // far longer than the window, so each window pixel needs its own step
+    TQ3AttributeSet white = colourSet(1, 1, 1);
+    TQ3LineData ld{{{{-1e5f, 0.01f, 0}, nullptr}, {{1e5f, 0.01f, 0}, nullptr}}, white};
+    TQ3Object line = Q3Line_New(&ld);
+    TestView tv(64, 64, 5, true);
+    tv.render([&](TQ3ViewObject v) { Q3Object_Submit(line, v); });
+    int lit = 0;
+    for (int x = 0; x < 64; ++x)
+        lit += tv.at(x, 31).a == 255 || tv.at(x, 32).a == 255;
+    EXPECT_EQ(lit, 64);
+    Q3Object_Dispose(line);
+    Q3Object_Dispose(white);
+}
+
 TEST_F(Geometry, UnusableTargetsAndViewsAreRefused) {
     std::uint32_t pixels[16];
     TQ3PixmapDrawContextData pd{};
