@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <thread>
 
@@ -350,13 +351,15 @@ class Interactive {
         float ca = std::clamp(cc.a, 0.0f, 1.0f);
         std::uint32_t clearWord =
             (c8(ca) << 24) | (c8(cc.r * ca) << 16) | (c8(cc.g * ca) << 8) | c8(cc.b * ca);
-        frame.resize(W, H);
+        // straight into the pixmap when its words are aligned, else through a
+        // buffer of our own
+        unsigned char* first = static_cast<unsigned char*>(pm.image) +
+                               static_cast<size_t>(y0) * pm.rowBytes + static_cast<size_t>(x0) * 4;
+        const bool direct =
+            reinterpret_cast<std::uintptr_t>(first) % 4 == 0 && pm.rowBytes % 4 == 0;
+        frame.resize(W, H, direct ? first : nullptr, pm.rowBytes);
         height = H;
-        auto row = [&](int y) {
-            return reinterpret_cast<std::uint32_t*>(static_cast<unsigned char*>(pm.image) +
-                                                    static_cast<size_t>(y + y0) * pm.rowBytes) +
-                   x0;
-        };
+        auto row = [&](int y) { return first + static_cast<size_t>(y) * pm.rowBytes; };
 
         const int parts = workerCount();
         // 1. light and transform every vertex
@@ -375,6 +378,8 @@ class Interactive {
                     ClipVertex c;
                     attributes(c, lit[i], vertices[i], false);
                     screen[i] = project(c, 4);
+                    for (int k = 0; k < 4; ++k)
+                        screen[i].at[k] = c.at[k]; // raw values
                 }
             }
         });
@@ -408,10 +413,18 @@ class Interactive {
                                        &s2 = screen[tri.v[2]];
                     ScreenTriangle st;
                     st.shade = Shade::Colour;
-                    st.blend = s0.at[3] < 0.999f * s0.iw || s1.at[3] < 0.999f * s1.iw ||
-                               s2.at[3] < 0.999f * s2.iw;
+                    st.blend = s0.at[3] < 0.999f || s1.at[3] < 0.999f || s2.at[3] < 0.999f;
                     st.texture = -1;
-                    if (st.setUp(s0, s1, s2, height)) tris[p].push_back(st);
+                    if (st.blend) {
+                        // see-through: back to values over w for perspective
+                        ScreenVertex q[3] = {s0, s1, s2};
+                        for (ScreenVertex& v : q)
+                            for (int k = 0; k < 4; ++k)
+                                v.at[k] *= v.iw;
+                        if (st.setUp(q[0], q[1], q[2], height)) tris[p].push_back(st);
+                    } else if (st.setUp(s0, s1, s2, height, true)) {
+                        tris[p].push_back(st);
+                    }
                     continue;
                 }
                 ClipVertex c[3];
@@ -507,7 +520,7 @@ class Interactive {
                 frame.clearRows(band, clearWord);
             else
                 for (int y = band.next(0); y < H; y = band.next(y + 1)) {
-                    std::memcpy(frame.row(y), row(y), W * 4u);
+                    if (!direct) std::memcpy(frame.row(y), row(y), W * 4u);
                     frame.clearRows(band, 0, y); // depth only
                 }
             for (const Span& sp : spans)
@@ -524,13 +537,11 @@ class Interactive {
                     if (l.blend) frame.drawLine(l, band);
             // 5. out to the pixmap
             for (int y = band.next(0); y < H; y = band.next(y + 1)) {
-                std::uint32_t* dst = row(y);
-                const std::uint32_t* src = frame.row(y);
-                if (alpha)
-                    std::memcpy(dst, src, W * 4u);
-                else
+                std::uint32_t* src = frame.row(y);
+                if (!alpha)
                     for (int x = 0; x < W; ++x)
-                        dst[x] = src[x] | 0xFF000000u;
+                        src[x] |= 0xFF000000u;
+                if (!direct) std::memcpy(row(y), src, W * 4u);
             }
         });
     }

@@ -34,16 +34,24 @@ inline void unpack(std::uint32_t p, float& r, float& g, float& b, float& a) {
 
 } // namespace
 
-void FrameBuffer::resize(int width, int height) {
+void FrameBuffer::resize(int width, int height, void* pixels, size_t rowBytes) {
     w = std::max(width, 0);
     h = std::max(height, 0);
-    rgba.resize(static_cast<size_t>(w) * h);
     depth.resize(static_cast<size_t>(w) * h);
+    if (pixels) {
+        rgba.clear();
+        base = static_cast<unsigned char*>(pixels);
+        stride = rowBytes;
+    } else {
+        rgba.resize(static_cast<size_t>(w) * h);
+        base = reinterpret_cast<unsigned char*>(rgba.data());
+        stride = static_cast<size_t>(w) * 4;
+    }
 }
 
 void FrameBuffer::clearRows(const Band& band, std::uint32_t clearWord) {
     for (int y = band.next(0); y < h; y = band.next(y + 1)) {
-        std::fill_n(rgba.begin() + static_cast<long>(y) * w, w, clearWord);
+        std::fill_n(row(y), w, clearWord);
         std::fill_n(depth.begin() + static_cast<long>(y) * w, w, 1.0f);
     }
 }
@@ -56,23 +64,24 @@ inline void FrameBuffer::writePixel(int x, int y, float z, float r, float g, flo
                                     bool blend, bool depthWrite) {
     size_t i = static_cast<size_t>(y) * w + x;
     if (!(z >= 0.0f && z < depth[i])) return;
+    std::uint32_t& out = row(y)[x];
     r = std::clamp(r, 0.0f, 1.0f);
     g = std::clamp(g, 0.0f, 1.0f);
     b = std::clamp(b, 0.0f, 1.0f);
     a = std::clamp(a, 0.0f, 1.0f);
     if (blend) {
         float dr, dg, db, da;
-        unpack(rgba[i], dr, dg, db, da);
+        unpack(out, dr, dg, db, da);
         float k = 1 - a;
-        rgba[i] = pack(r * a + dr * k, g * a + dg * k, b * a + db * k, a + da * k);
+        out = pack(r * a + dr * k, g * a + dg * k, b * a + db * k, a + da * k);
     } else {
-        rgba[i] = pack(r, g, b, 1.0f);
+        out = pack(r, g, b, 1.0f);
     }
     if (depthWrite) depth[i] = z;
 }
 
 bool ScreenTriangle::setUp(const ScreenVertex& p, const ScreenVertex& q, const ScreenVertex& r,
-                           int h) {
+                           int h, bool raw) {
     const ScreenVertex* v[3] = {&p, &q, &r};
     if (v[1]->y < v[0]->y) std::swap(v[0], v[1]);
     if (v[2]->y < v[1]->y) std::swap(v[1], v[2]);
@@ -107,7 +116,8 @@ bool ScreenTriangle::setUp(const ScreenVertex& p, const ScreenVertex& q, const S
     attributes = affine ? 3 : shade == Shade::Colour ? 4 : 9;
     for (int k = 0; k < attributes; ++k) {
         if (affine) {
-            float fa = a.at[k] / a.iw, fb = b.at[k] / b.iw, fc = c.at[k] / c.iw;
+            float fa = raw ? a.at[k] : a.at[k] / a.iw, fb = raw ? b.at[k] : b.at[k] / b.iw,
+                  fc = raw ? c.at[k] : c.at[k] / c.iw;
             at[k] = fa;
             grad(fa, fb, fc, adx[k], ady[k]);
         } else {
@@ -119,8 +129,73 @@ bool ScreenTriangle::setUp(const ScreenVertex& p, const ScreenVertex& q, const S
     return std::isfinite(zdx) && std::isfinite(zdy) && std::isfinite(wdx) && std::isfinite(wdy);
 }
 
+// Opaque plain colour, the common case: edges and values stepped row by row.
+void FrameBuffer::drawPlain(const ScreenTriangle& t, const Band& band) {
+    const int ymid = std::clamp(ceilInt(t.by - 0.5f), t.y0, t.y1);
+    float xl = 0, xs = 0, z = 0, r = 0, g = 0, b = 0;
+    auto start = [&](int y) {
+        const float yc = static_cast<float>(y) + 0.5f, dy = yc - t.ay;
+        xl = t.ax + t.dac * dy;
+        xs = y < ymid ? t.ax + t.dab * dy : t.bx + t.dbc * (yc - t.by);
+        z = t.z + t.zdy * dy;
+        r = t.at[0] + t.ady[0] * dy;
+        g = t.at[1] + t.ady[1] * dy;
+        b = t.at[2] + t.ady[2] * dy;
+    };
+    int y = band.next(t.y0);
+    if (y >= t.y1) return;
+    start(y);
+    while (true) {
+        float lo = xl, hi = xs;
+        if (hi < lo) std::swap(lo, hi);
+        const int x0 = std::max(0, ceilInt(lo - 0.5f));
+        const int x1 = std::min(w, ceilInt(hi - 0.5f));
+        if (x0 < x1) {
+            const float dx = static_cast<float>(x0) + 0.5f - t.ax;
+            float zz = z + t.zdx * dx, rr = r + t.adx[0] * dx, gg = g + t.adx[1] * dx,
+                  bb = b + t.adx[2] * dx;
+            std::uint32_t* colour = row(y);
+            float* depthRow = depth.data() + static_cast<size_t>(y) * w;
+            for (int x = x0; x < x1; ++x) {
+                if (zz >= 0.0f && zz < depthRow[x]) {
+                    colour[x] = pack(rr, gg, bb, 1.0f);
+                    depthRow[x] = zz;
+                }
+                zz += t.zdx;
+                rr += t.adx[0];
+                gg += t.adx[1];
+                bb += t.adx[2];
+            }
+        }
+        if (++y >= t.y1) break;
+        if (y % Band::kBlockRows == 0) {
+            int next = band.next(y);
+            if (next >= t.y1) break;
+            if (next != y) {
+                y = next;
+                start(y);
+                continue;
+            }
+        }
+        if (y == ymid) {
+            start(y);
+            continue;
+        }
+        xl += t.dac;
+        xs += y < ymid ? t.dab : t.dbc;
+        z += t.zdy;
+        r += t.ady[0];
+        g += t.ady[1];
+        b += t.ady[2];
+    }
+}
+
 void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
                                const std::vector<TextureView>& textures) {
+    if (t.shade == Shade::Colour && !t.blend) {
+        drawPlain(t, band);
+        return;
+    }
     const int nat = t.attributes;
     const TextureView* tex = t.texture >= 0 && t.texture < static_cast<int>(textures.size())
                                  ? &textures[t.texture]
@@ -143,7 +218,7 @@ void FrameBuffer::drawTriangle(const ScreenTriangle& t, const Band& band,
         const float dxs = static_cast<float>(x0) + 0.5f - t.ax, dys = yc - t.ay;
         float z = t.z + t.zdx * dxs + t.zdy * dys;
         float iw = t.w + t.wdx * dxs + t.wdy * dys;
-        std::uint32_t* colour = rgba.data() + static_cast<size_t>(y) * w;
+        std::uint32_t* colour = row(y);
         float* depthRow = depth.data() + static_cast<size_t>(y) * w;
         if (plain) {
             float r = t.at[0] + t.adx[0] * dxs + t.ady[0] * dys;

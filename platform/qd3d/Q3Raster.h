@@ -41,7 +41,10 @@ struct ScreenTriangle {
     int texture; // index into the frame's textures, or -1
 
     // False for a triangle that covers no pixel centre of a window of height h.
-    bool setUp(const ScreenVertex& p, const ScreenVertex& q, const ScreenVertex& r, int h);
+    // With raw, the corners' attributes are plain values, not multiplied by iw
+    // (for opaque plain colours only).
+    bool setUp(const ScreenVertex& p, const ScreenVertex& q, const ScreenVertex& r, int h,
+               bool raw = false);
 };
 
 struct ScreenLine {
@@ -78,13 +81,17 @@ struct Band {
 class FrameBuffer {
   public:
     // Sizes the buffers; the rows are cleared by clearRows in the bands.
-    void resize(int width, int height);
+    // With pixels, the colour rows are the caller's memory (32-bit aligned
+    // words, rowBytes apart); otherwise the buffer's own.
+    void resize(int width, int height, void* pixels = nullptr, size_t rowBytes = 0);
     void clearRows(const Band& band, std::uint32_t clearWord);
     // Clears the depth of one row only (the colour stays).
     void clearRows(const Band& band, int, int y);
     int width() const { return w; }
     int height() const { return h; }
-    std::uint32_t* row(int y) { return rgba.data() + static_cast<size_t>(y) * w; }
+    std::uint32_t* row(int y) {
+        return reinterpret_cast<std::uint32_t*>(base + static_cast<size_t>(y) * stride);
+    }
 
     void drawTriangle(const ScreenTriangle& t, const Band& band,
                       const std::vector<TextureView>& textures);
@@ -92,10 +99,13 @@ class FrameBuffer {
     void drawMarker(const ScreenMarker& m, const Band& band);
 
   private:
+    void drawPlain(const ScreenTriangle& t, const Band& band);
     void writePixel(int x, int y, float z, float r, float g, float b, float a, bool blend,
                     bool depthWrite);
     int w = 0, h = 0;
     std::vector<std::uint32_t> rgba;
+    unsigned char* base = nullptr;
+    size_t stride = 0;
     std::vector<float> depth;
 };
 
