@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 using namespace q3test;
 
 namespace {
@@ -194,6 +196,35 @@ TEST_F(Geometry, LongLinesAreCutToTheWindowWithoutGaps) {
     EXPECT_EQ(lit, 64);
     Q3Object_Dispose(line);
     Q3Object_Dispose(white);
+}
+
+TEST_F(Geometry, UnalignedAndRGBPixmapsGetTheSamePicture) {
+    TQ3AttributeSet teal = colourSet(0, 0.5f, 0.5f);
+    TQ3Object sq = square(0.6f, 0, teal);
+    TestView tv(16, 16, 5, true);
+    auto scene = [&](TQ3ViewObject v) {
+        Q3Object_Submit(nul, v);
+        Q3Object_Submit(sq, v);
+    };
+    tv.render(scene);
+    // the same picture into memory one byte off a word boundary, 32-bit RGB
+    std::vector<unsigned char> odd(16 * 16 * 4 + 1, 0x11);
+    TQ3Pixmap pm{odd.data() + 1, 16, 16, 64, 32, kQ3PixelTypeRGB32, kQ3EndianLittle,
+                 kQ3EndianLittle};
+    ASSERT_EQ(Q3PixmapDrawContext_SetPixmap(tv.context, &pm), kQ3Success);
+    tv.render(scene);
+    for (int y = 0; y < 16; ++y)
+        for (int x = 0; x < 16; ++x) {
+            std::uint32_t word;
+            std::memcpy(&word, odd.data() + 1 + (y * 16 + x) * 4, 4);
+            Pixel p = tv.at(x, y);
+            std::uint32_t expected =
+                0xFF000000u | (unsigned(p.r) << 16) | (unsigned(p.g) << 8) | unsigned(p.b);
+            ASSERT_EQ(word, expected) << x << "," << y;
+        }
+    EXPECT_EQ(odd[0], 0x11); // nothing before the pixmap was touched
+    Q3Object_Dispose(sq);
+    Q3Object_Dispose(teal);
 }
 
 TEST_F(Geometry, UnusableTargetsAndViewsAreRefused) {
