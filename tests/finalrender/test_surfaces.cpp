@@ -148,30 +148,48 @@ TEST(FinalSurfaces, TexturedQuadShowsItsTexels) {
 }
 
 // A square that turns its back to the camera is gone with the style that
-// removes back faces and drawn otherwise, in both renderers alike.
-TEST(FinalSurfaces, BackFacesFollowTheBackfacingStyle) {
+// removes back faces, lit as a front face with the style that flips it, and
+// lit from behind (dark here) with the style that keeps both; the orientation
+// style decides which side is the front. Both renderers alike.
+TEST(FinalSurfaces, BackFacesFollowTheBackfacingAndOrientationStyles) {
     TQ3Point3D corners[4] = {
         {-0.5f, -0.5f, 0}, {-0.5f, 0.5f, 0}, {0.5f, 0.5f, 0}, {0.5f, -0.5f, 0}};
     TQ3GeometryObject back = polygon(corners, 4); // clockwise seen from +z
     TQ3Point3D front[4] = {{-0.5f, -0.5f, 0}, {0.5f, -0.5f, 0}, {0.5f, 0.5f, 0}, {-0.5f, 0.5f, 0}};
     TQ3GeometryObject facing = polygon(front, 4);
-    for (TQ3BackfacingStyle style :
-         {kQ3BackfacingStyleRemove, kQ3BackfacingStyleBoth, kQ3BackfacingStyleFlip}) {
-        SCOPED_TRACE(testing::Message() << "style " << style);
-        TQ3StyleObject s = Q3BackfacingStyle_New(style);
+    TQ3ShaderObject lambert = Q3LambertIllumination_New();
+    struct Case {
+        TQ3BackfacingStyle backfacing;
+        TQ3OrientationStyle orientation;
+        int backRed, frontRed; // -1: not drawn
+    };
+    for (Case c : {Case{kQ3BackfacingStyleRemove, kQ3OrientationStyleCounterClockwise, -1, 255},
+                   Case{kQ3BackfacingStyleRemove, kQ3OrientationStyleClockwise, 255, -1},
+                   Case{kQ3BackfacingStyleBoth, kQ3OrientationStyleCounterClockwise, 0, 255},
+                   Case{kQ3BackfacingStyleFlip, kQ3OrientationStyleCounterClockwise, 255, 255}}) {
+        SCOPED_TRACE(testing::Message()
+                     << "backfacing " << c.backfacing << ", orientation " << c.orientation);
+        TQ3StyleObject b = Q3BackfacingStyle_New(c.backfacing);
+        TQ3StyleObject o = Q3OrientationStyle_New(c.orientation);
         for (bool useFinal : {false, true}) {
+            SCOPED_TRACE(useFinal ? "final" : "interactive");
             TestView v(24, 24, 5.0f, true);
             TQ3RendererObject r = useFinal ? useFinalRenderer(v) : nullptr;
-            v.addLight(q3test::ambient(1.0f));
-            v.render([&](TQ3ViewObject view) { submitAll(view, {s, back}); });
-            EXPECT_EQ(v.at(12, 12).a, style == kQ3BackfacingStyleRemove ? 0 : 255)
-                << (useFinal ? "final" : "interactive");
-            v.render([&](TQ3ViewObject view) { submitAll(view, {s, facing}); });
-            EXPECT_EQ(v.at(12, 12).a, 255);
+            v.addLight(q3test::directional(0, 0, -1, 1.0f)); // from the camera
+            for (auto [shape, red] : {std::pair{back, c.backRed}, {facing, c.frontRed}}) {
+                v.render([&](TQ3ViewObject view) { submitAll(view, {lambert, b, o, shape}); });
+                const Pixel p = v.at(12, 12);
+                EXPECT_EQ(p.a, red < 0 ? 0 : 255);
+                if (red >= 0) {
+                    EXPECT_NEAR(p.r, red, 2);
+                }
+            }
             if (r) Q3Object_Dispose(r);
         }
-        Q3Object_Dispose(s);
+        Q3Object_Dispose(b);
+        Q3Object_Dispose(o);
     }
+    Q3Object_Dispose(lambert);
     Q3Object_Dispose(back);
     Q3Object_Dispose(facing);
 }
