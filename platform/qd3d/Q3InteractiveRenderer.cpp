@@ -411,20 +411,22 @@ class Interactive {
                     inside[tri.v[1]] && inside[tri.v[2]]) {
                     const ScreenVertex &s0 = screen[tri.v[0]], &s1 = screen[tri.v[1]],
                                        &s2 = screen[tri.v[2]];
-                    ScreenTriangle st;
+                    ScreenTriangle& st = tris[p].emplace_back(); // set up in place
                     st.shade = Shade::Colour;
                     st.blend = s0.at[3] < 0.999f || s1.at[3] < 0.999f || s2.at[3] < 0.999f;
                     st.texture = -1;
+                    bool ok;
                     if (st.blend) {
                         // see-through: back to values over w for perspective
                         ScreenVertex q[3] = {s0, s1, s2};
                         for (ScreenVertex& v : q)
                             for (int k = 0; k < 4; ++k)
                                 v.at[k] *= v.iw;
-                        if (st.setUp(q[0], q[1], q[2], height)) tris[p].push_back(st);
-                    } else if (st.setUp(s0, s1, s2, height, true)) {
-                        tris[p].push_back(st);
+                        ok = st.setUp(q[0], q[1], q[2], height);
+                    } else {
+                        ok = st.setUp(s0, s1, s2, height, true);
                     }
+                    if (!ok) tris[p].pop_back();
                     continue;
                 }
                 ClipVertex c[3];

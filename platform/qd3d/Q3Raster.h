@@ -28,6 +28,7 @@ enum class Shade : std::uint8_t {
 // A triangle set up for scanning: its corners sorted by y, the rows it
 // covers, and the plane of every interpolated value.
 struct ScreenTriangle {
+    ScreenTriangle() {} // left unset: setUp fills it
     float ax, ay, bx, by, cx, cy;
     float dac, dab, dbc; // dx/dy of the edges a-c, a-b, b-c
     int y0, y1;          // rows [y0, y1)
