@@ -159,7 +159,9 @@ TQ3XObjectClass Q3XRendererClass_Register(TQ3ObjectType type, const char* classN
 void* Q3XRenderer_GetInstance(TQ3RendererObject renderer);
 
 /* Reads a pixel of a pixmap texture at (u, v) with bilinear filtering and
- * the boundary modes; answers opaque white for a NULL texture. */
+ * the boundary modes; answers opaque white for a NULL texture. Worker
+ * threads of a renderer may call it while the pass waits in endPass; no
+ * other call of the library is safe from another thread. */
 TQ3Status Q3XTexture_Sample(TQ3TextureObject texture, float u, float v,
                             TQ3ShaderUVBoundary uBoundary, TQ3ShaderUVBoundary vBoundary,
                             TQ3ColorARGB* color);
