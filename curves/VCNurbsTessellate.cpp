@@ -117,7 +117,7 @@ double VCNurbsCurve::MeasureInterval(double u0, double u1, const KVector3D& p0, 
     KVector3D pm = p0;
     if (Evaluate(um, true, pm) != kCurveOK) return chord;
     const double polygon = (pm - p0).Length() + (p1 - pm).Length();
-    if (depth >= 12 || polygon - chord <= tolerance || polygon - chord <= 1e-6 * polygon)
+    if (depth >= 8 || polygon - chord <= tolerance || polygon - chord <= 1e-6 * polygon)
         return polygon;
     return MeasureInterval(u0, um, p0, pm, tolerance * 0.5, depth + 1) +
            MeasureInterval(um, u1, pm, p1, tolerance * 0.5, depth + 1);

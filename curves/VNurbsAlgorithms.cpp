@@ -242,6 +242,7 @@ struct LengthWalk {
     std::int32_t p = 1;
     double sum = 0.0;
     bool bad = false;
+    std::int64_t budget = std::int64_t(1) << 20;
     std::vector<double> scratch; // 2 (p + 1) homogeneous points per level
 
     static void Euclid(const double* h, double* e) {
@@ -271,8 +272,10 @@ struct LengthWalk {
         }
         const double diff = std::fabs(polygon - chord);
         // Forty halvings leave pieces far below any length a float point
-        // can tell apart; stop there whatever the tolerance asks.
-        if (diff <= tolerance || depth >= 40) {
+        // can tell apart, and the budget of pieces bounds the work on a
+        // curve that never flattens (a weight near zero): stop there
+        // whatever the tolerance asks.
+        if (diff <= tolerance || depth >= 40 || --budget < 0) {
             sum += polygon + chord;
             return diff;
         }
@@ -294,7 +297,11 @@ struct LengthWalk {
                 left[4 * k + c] = w[c];
         }
         double errLeft = Recurse(left, tolerance * 0.5, depth + 1);
-        double errRight = Recurse(right, tolerance - errLeft, depth + 1);
+        // The right half gets what the left half left over; never less than
+        // its own half, which only a stopped left half could eat into.
+        double rest = tolerance - errLeft;
+        if (!(rest >= tolerance * 0.5)) rest = tolerance * 0.5;
+        double errRight = Recurse(right, rest, depth + 1);
         return errLeft + errRight;
     }
 };
