@@ -149,6 +149,15 @@ TEST(BezierLength, AgreesWithFineSamplingAndNeedsNoSplitOnALine) {
     ASSERT_EQ(BezierLength(3, line, 1e-12, len), kCurveOK);
     EXPECT_DOUBLE_EQ(len, 3.0);
     EXPECT_EQ(BezierLength(3, line, 0.0, len), kCurveBadBezierArgument);
+    // Pieces that never flatten (a vanishing middle weight, coordinates near
+    // the float limit) still end, with a finite length or a status.
+    const KVector3D spike[3] = {{0, 0, 0, 1}, {1e-9f, 1e-9f, 0, 1e-9f}, {2, 0, 0, 1}};
+    ASSERT_EQ(BezierLength(2, spike, 1e-9, len), kCurveOK);
+    EXPECT_TRUE(std::isfinite(len));
+    EXPECT_GE(len, 2.0);
+    const KVector3D huge[3] = {{0, 0, 0, 1}, {1e30f, -1e30f, 3e30f, 1}, {-2e30f, 1e30f, 0, 1}};
+    VCurveStatus st = BezierLength(2, huge, 1e-3, len);
+    EXPECT_TRUE(st == kCurveOK || st == kCurveDivisionOverflow);
     EXPECT_EQ(BezierLength(3, line, std::nan(""), len), kCurveBadBezierArgument);
 }
 
