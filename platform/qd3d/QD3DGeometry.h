@@ -70,7 +70,9 @@ typedef struct TQ3GeneralPolygonData {
  * facets, 2 * (r * (numColumns - 1) + c) and the one after it: for an even
  * r + c the triangles (r,c) (r+1,c) (r+1,c+1) and (r,c) (r+1,c+1) (r,c+1),
  * for an odd r + c the triangles (r,c) (r+1,c) (r,c+1) and (r,c+1) (r+1,c)
- * (r+1,c+1). facetAttributeSet may be NULL. */
+ * (r+1,c+1). With the first row at the top and columns running to the
+ * right, every facet is counter-clockwise seen from the front. The
+ * facetAttributeSet may be NULL. */
 typedef struct TQ3TriGridData {
     TQ3Uns32 numRows;
     TQ3Uns32 numColumns;

@@ -149,4 +149,99 @@ TEST_F(Pick, PickDisposedDuringThePassEndsCleanly) {
     EXPECT_EQ(Q3View_EndPicking(tv->view), kQ3ViewStatusDone);
 }
 
+// Picks against a scene of its own, with a sort and a limit.
+TQ3PickObject pickScene(TestView& tv, TQ3Point2D at, TQ3PickSort sort, TQ3Uns32 limit,
+                        const std::vector<TQ3Object>& objects) {
+    TQ3WindowPointPickData d{{sort, 0x3F, limit}, at, 2.0f, 2.0f};
+    TQ3PickObject pick = Q3WindowPointPick_New(&d);
+    EXPECT_EQ(Q3View_StartPicking(tv.view, pick), kQ3Success);
+    for (TQ3Object o : objects)
+        Q3Object_Submit(o, tv.view);
+    Q3View_EndPicking(tv.view);
+    return pick;
+}
+
+TEST_F(Pick, SortOrdersAndLimits) {
+    TQ3Vector3D step{0, 0, 1};
+    TQ3Object lift = Q3TranslateTransform_New(&step);
+    TQ3Object a = square(1, 0), b = square(1, 0), c = square(1, 0);
+    std::vector<TQ3Object> scene{a, lift, b, lift, c}; // at z = 0, 1, 2
+    TQ3PickObject far = pickScene(*tv, {32, 32}, kQ3PickSortFarToNear, 0, scene);
+    TQ3Uns32 n = 0;
+    Q3Pick_GetNumHits(far, &n);
+    ASSERT_EQ(n, 3u);
+    TQ3Object first = nullptr;
+    Q3Pick_GetPickDetailData(far, 0, kQ3PickDetailMaskObject, &first);
+    EXPECT_EQ(first, a);
+    Q3Object_Dispose(first);
+    TQ3PickObject nearest = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 1, scene);
+    Q3Pick_GetNumHits(nearest, &n);
+    ASSERT_EQ(n, 1u);
+    Q3Pick_GetPickDetailData(nearest, 0, kQ3PickDetailMaskObject, &first);
+    EXPECT_EQ(first, c);
+    Q3Object_Dispose(first);
+    // a geometry without a group has no path
+    TQ3PickDetail mask = 0;
+    Q3Pick_GetPickDetailValidMask(nearest, 0, &mask);
+    EXPECT_FALSE(mask & kQ3PickDetailMaskPath);
+    TQ3HitPath path{};
+    EXPECT_EQ(Q3Pick_GetPickDetailData(nearest, 0, kQ3PickDetailMaskPath, &path), kQ3Failure);
+    for (TQ3Object o : {far, nearest, lift, a, b, c})
+        Q3Object_Dispose(o);
+}
+
+TEST_F(Pick, PointsAndMarkersWithinTheVertexTolerance) {
+    TQ3PointData pd{{0.5f, 0.5f, 0}, nullptr}; // window (48, 16)
+    TQ3Object point = Q3Point_New(&pd);
+    TQ3Uns8 bits[8] = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    TQ3MarkerData md{{-0.5f, -0.5f, 0}, 0, 0, {bits, 8, 8, 1, kQ3EndianBig}, nullptr}; // (16, 48)
+    TQ3Object marker = Q3Marker_New(&md);
+    std::vector<TQ3Object> scene{point, marker};
+    struct Case {
+        TQ3Point2D at;
+        TQ3Uns32 hits;
+    } cases[] = {
+        {{49.5f, 17}, 1}, {{51, 16}, 0}, {{20, 52}, 1}, {{14.5f, 47}, 1}, {{27.5f, 48}, 0}};
+    for (const Case& k : cases) {
+        TQ3PickObject pick = pickScene(*tv, k.at, kQ3PickSortNearToFar, 0, scene);
+        TQ3Uns32 n = 9;
+        Q3Pick_GetNumHits(pick, &n);
+        EXPECT_EQ(n, k.hits) << k.at.x << "," << k.at.y;
+        Q3Object_Dispose(pick);
+    }
+    Q3Object_Dispose(point);
+    Q3Object_Dispose(marker);
+}
+
+TEST_F(Pick, StylesDecideWhatCanBeHit) {
+    TQ3Object edges = Q3FillStyle_New(kQ3FillStyleEdges);
+    TQ3Object remove = Q3BackfacingStyle_New(kQ3BackfacingStyleRemove);
+    TQ3Object sq = square(0.5f, 0);
+    TQ3Uns32 n = 0;
+    // drawn as edges: the middle is empty, the outline is there
+    TQ3PickObject pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {edges, sq});
+    Q3Pick_GetNumHits(pick, &n);
+    EXPECT_EQ(n, 0u);
+    Q3Object_Dispose(pick);
+    pick = pickScene(*tv, {32, 17}, kQ3PickSortNearToFar, 0, {edges, sq});
+    Q3Pick_GetNumHits(pick, &n);
+    EXPECT_EQ(n, 1u);
+    Q3Object_Dispose(pick);
+    // turned away and removed: no hit
+    TQ3RotateTransformData turn{kQ3AxisY, 3.1415927f};
+    TQ3Object flip = Q3RotateTransform_New(&turn);
+    pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {remove, flip, sq});
+    Q3Pick_GetNumHits(pick, &n);
+    EXPECT_EQ(n, 0u);
+    Q3Object_Dispose(pick);
+    pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {flip, sq});
+    Q3Pick_GetNumHits(pick, &n);
+    EXPECT_EQ(n, 1u);
+    TQ3Vector3D normal{};
+    ASSERT_EQ(Q3Pick_GetPickDetailData(pick, 0, kQ3PickDetailMaskNormal, &normal), kQ3Failure);
+    Q3Object_Dispose(pick);
+    for (TQ3Object o : {edges, remove, sq, flip})
+        Q3Object_Dispose(o);
+}
+
 } // namespace
