@@ -182,6 +182,7 @@ void BM_FinalRender(benchmark::State& state) {
 void BM_EmbreeRaw(benchmark::State& state) {
     Setup& s = setup();
     const auto samples = static_cast<unsigned>(state.range(0));
+    const bool stream = state.range(1) != 0;
     TQ3RendererObject recorder = Q3Renderer_NewFromType(sceneRecorderType());
     s.render(recorder);
     const RecordedScene& rec = recordedScene(recorder);
@@ -255,11 +256,64 @@ void BM_EmbreeRaw(benchmark::State& state) {
                     }
             counts[w] = n;
         };
+        auto streamWork = [&](unsigned w) {
+            RTCIntersectContext ctx;
+            rtcInitIntersectContext(&ctx);
+            ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
+            std::uint64_t n = 0;
+            std::vector<RTCRayHit> prim;
+            std::vector<RTCRay> shadow;
+            for (int y = nextRow++; y < kHeight; y = nextRow++) {
+                prim.clear();
+                for (int x = 0; x < kWidth; ++x)
+                    for (unsigned k = 0; k < samples * samples; ++k) {
+                        lwsl::Ray ray;
+                        const double jx = (k % samples + 0.5) / samples,
+                                     jy = (k / samples + 0.5) / samples;
+                        if (!camera.rayAt(x + jx, y + jy, ray)) continue;
+                        RTCRayHit rh{};
+                        rh.ray.org_x = ray.org[0];
+                        rh.ray.org_y = ray.org[1];
+                        rh.ray.org_z = ray.org[2];
+                        rh.ray.dir_x = ray.dir[0];
+                        rh.ray.dir_y = ray.dir[1];
+                        rh.ray.dir_z = ray.dir[2];
+                        rh.ray.tfar = ray.tfar;
+                        rh.ray.mask = 0xFFFFFFFFu;
+                        rh.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+                        prim.push_back(rh);
+                    }
+                rtcIntersect1M(scene, &ctx, prim.data(), static_cast<unsigned>(prim.size()),
+                               sizeof(RTCRayHit));
+                n += prim.size();
+                for (const TQ3Point3D& l : lights) {
+                    shadow.clear();
+                    for (const RTCRayHit& rh : prim) {
+                        if (rh.hit.geomID == RTC_INVALID_GEOMETRY_ID) continue;
+                        RTCRay sr{};
+                        sr.org_x = rh.ray.org_x + rh.ray.tfar * rh.ray.dir_x;
+                        sr.org_y = rh.ray.org_y + rh.ray.tfar * rh.ray.dir_y;
+                        sr.org_z = rh.ray.org_z + rh.ray.tfar * rh.ray.dir_z;
+                        sr.dir_x = l.x - sr.org_x;
+                        sr.dir_y = l.y - sr.org_y;
+                        sr.dir_z = l.z - sr.org_z;
+                        sr.tnear = 1e-4f;
+                        sr.tfar = 0.9999f;
+                        sr.mask = 0xFFFFFFFFu;
+                        shadow.push_back(sr);
+                    }
+                    rtcOccluded1M(scene, &ctx, shadow.data(), static_cast<unsigned>(shadow.size()),
+                                  sizeof(RTCRay));
+                    n += shadow.size();
+                }
+            }
+            counts[w] = n;
+        };
         auto t0 = std::chrono::steady_clock::now();
         std::vector<std::thread> threads;
         for (unsigned w = 1; w < workers; ++w)
-            threads.emplace_back(work, w);
-        work(0);
+            threads.emplace_back([&, w] { stream ? streamWork(w) : work(w); });
+        stream ? streamWork(0) : work(0);
         for (std::thread& th : threads)
             th.join();
         seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
@@ -278,7 +332,12 @@ void BM_EmbreeRaw(benchmark::State& state) {
 }
 
 BENCHMARK(BM_FinalRender)->Arg(2)->Arg(3)->Iterations(1)->Unit(benchmark::kSecond);
-BENCHMARK(BM_EmbreeRaw)->Arg(2)->Arg(3)->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(BM_EmbreeRaw)
+    ->Args({2, 0})
+    ->Args({3, 0})
+    ->Args({2, 1})
+    ->Iterations(1)
+    ->Unit(benchmark::kSecond);
 
 } // namespace
 

@@ -16,7 +16,7 @@ bool finitePoint(const TQ3Point3D& p) {
 // surfaces met so far.
 struct ShadowContext {
     RTCIntersectContext base; // first, so that Embree's pointer leads back here
-    float transmission;
+    float* transmission;      // one a ray, by the ray's id
 };
 
 constexpr float kBlocked = 1.0f / 512.0f; // less light than this is no light
@@ -45,8 +45,9 @@ void passSeeThrough(const RTCFilterFunctionNArguments* args) {
         const float u = RTCHitN_u(args->hit, args->N, i), v = RTCHitN_v(args->hit, args->N, i);
         const std::uint32_t* t = &b->indices[3 * static_cast<std::size_t>(prim)];
         float a = (1 - u - v) * b->alpha[t[0]] + u * b->alpha[t[1]] + v * b->alpha[t[2]];
-        ctx->transmission *= 1 - std::clamp(a, 0.0f, 1.0f);
-        if (ctx->transmission > kBlocked) args->valid[i] = 0;
+        float& left = ctx->transmission[RTCRayN_id(args->ray, args->N, i)];
+        left *= 1 - std::clamp(a, 0.0f, 1.0f);
+        if (left > kBlocked) args->valid[i] = 0;
     }
 }
 
@@ -170,28 +171,7 @@ bool Scene::build(std::string& error) {
     return true;
 }
 
-bool Scene::nearest(const float org[3], const float dir[3], float tnear, float tfar,
-                    Hit& hit) const {
-    if (!scene) return false;
-    RTCIntersectContext ctx;
-    rtcInitIntersectContext(&ctx);
-    RTCRayHit rh;
-    rh.ray.org_x = org[0];
-    rh.ray.org_y = org[1];
-    rh.ray.org_z = org[2];
-    rh.ray.dir_x = dir[0];
-    rh.ray.dir_y = dir[1];
-    rh.ray.dir_z = dir[2];
-    rh.ray.tnear = tnear;
-    rh.ray.tfar = tfar;
-    rh.ray.time = 0;
-    rh.ray.mask = 0xFFFFFFFFu;
-    rh.ray.id = 0;
-    rh.ray.flags = 0;
-    rh.hit.geomID = RTC_INVALID_GEOMETRY_ID;
-    rh.hit.primID = RTC_INVALID_GEOMETRY_ID;
-    rh.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
-    rtcIntersect1(scene, &ctx, &rh);
+bool Scene::hitOf(const RTCRayHit& rh, Hit& hit) const {
     if (rh.hit.geomID == RTC_INVALID_GEOMETRY_ID || rh.hit.geomID >= batches.size()) return false;
     const Batch& b = batches[rh.hit.geomID];
     if (rh.hit.primID >= b.faceNormals.size()) return false;
@@ -207,11 +187,43 @@ bool Scene::nearest(const float org[3], const float dir[3], float tnear, float t
     return true;
 }
 
+bool Scene::nearest(const float org[3], const float dir[3], float tnear, float tfar,
+                    Hit& hit) const {
+    RTCRayHit rh;
+    rh.ray.org_x = org[0];
+    rh.ray.org_y = org[1];
+    rh.ray.org_z = org[2];
+    rh.ray.dir_x = dir[0];
+    rh.ray.dir_y = dir[1];
+    rh.ray.dir_z = dir[2];
+    rh.ray.tnear = tnear;
+    rh.ray.tfar = tfar;
+    rh.ray.time = 0;
+    rh.ray.mask = 0xFFFFFFFFu;
+    rh.ray.id = 0;
+    rh.ray.flags = 0;
+    nearestMany(&rh, 1);
+    return hitOf(rh, hit);
+}
+
+void Scene::nearestMany(RTCRayHit* rays, unsigned count) const {
+    for (unsigned i = 0; i < count; ++i) {
+        rays[i].hit.geomID = RTC_INVALID_GEOMETRY_ID;
+        rays[i].hit.primID = RTC_INVALID_GEOMETRY_ID;
+        rays[i].hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+    }
+    if (!scene || count == 0) return;
+    RTCIntersectContext ctx;
+    rtcInitIntersectContext(&ctx);
+    if (count > 1) {
+        ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
+        rtcIntersect1M(scene, &ctx, rays, count, sizeof(RTCRayHit));
+    } else {
+        rtcIntersect1(scene, &ctx, rays);
+    }
+}
+
 float Scene::transmission(const float org[3], const float dir[3], float tnear, float tfar) const {
-    if (!scene) return 1;
-    ShadowContext ctx;
-    rtcInitIntersectContext(&ctx.base);
-    ctx.transmission = 1;
     RTCRay r;
     r.org_x = org[0];
     r.org_y = org[1];
@@ -223,12 +235,30 @@ float Scene::transmission(const float org[3], const float dir[3], float tnear, f
     r.tfar = tfar;
     r.time = 0;
     r.mask = 0xFFFFFFFFu;
-    r.id = 0;
     r.flags = 0;
-    rtcOccluded1(scene, &ctx.base, &r);
-    // Embree marks an occluded ray with tfar = -inf
-    if (!(r.tfar >= 0)) return 0;
-    return ctx.transmission > kBlocked ? ctx.transmission : 0;
+    float out = 1;
+    transmissionMany(&r, &out, 1);
+    return out;
+}
+
+void Scene::transmissionMany(RTCRay* rays, float* out, unsigned count) const {
+    for (unsigned i = 0; i < count; ++i) {
+        out[i] = 1;
+        rays[i].id = i;
+    }
+    if (!scene || count == 0) return;
+    ShadowContext ctx;
+    rtcInitIntersectContext(&ctx.base);
+    ctx.transmission = out;
+    if (count > 1) {
+        ctx.base.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
+        rtcOccluded1M(scene, &ctx.base, rays, count, sizeof(RTCRay));
+    } else {
+        rtcOccluded1(scene, &ctx.base, rays);
+    }
+    for (unsigned i = 0; i < count; ++i)
+        // Embree marks an occluded ray with tfar = -inf
+        if (!(rays[i].tfar >= 0) || !(out[i] > kBlocked)) out[i] = 0;
 }
 
 } // namespace lwsl

@@ -54,6 +54,14 @@ class Scene {
     // an opaque surface is in the way.
     float transmission(const float org[3], const float dir[3], float tnear, float tfar) const;
 
+    // The same for many rays at once, which Embree traces faster when they
+    // run side by side (neighbouring samples of a row). A ray with tnear >
+    // tfar is left alone and misses. hitOf reads one answer of nearestMany.
+    void nearestMany(RTCRayHit* rays, unsigned count) const;
+    bool hitOf(const RTCRayHit& ray, Hit& hit) const;
+    // out[i] gets the transmission along rays[i]; the rays' ids are used.
+    void transmissionMany(RTCRay* rays, float* out, unsigned count) const;
+
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
     std::size_t triangleCount() const { return triangles; }
     // A distance that is small against the size of the scene, for moving

@@ -10,10 +10,7 @@
 namespace lwsl {
 namespace {
 
-template <class T> T mix(const T& a, const T& b, const T& c, float wa, float wb, float wc);
-
-template <>
-float mix(const float& a, const float& b, const float& c, float wa, float wb, float wc) {
+float mix(float a, float b, float c, float wa, float wb, float wc) {
     return a * wa + b * wb + c * wc;
 }
 
@@ -29,8 +26,63 @@ float clamp01(float v) {
 
 } // namespace
 
-float Shader::lightReaching(const TQ3XLight& l, const float p[3], const float ng[3],
-                            ShadeCounters& counters) const {
+void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Surface& s) const {
+    const Batch& b = scene.batch(hit.batch);
+    const std::uint32_t* t = &b.indices[3 * static_cast<std::size_t>(hit.triangle)];
+    const TQ3XVertex& v0 = b.vertices[t[0]];
+    const TQ3XVertex& v1 = b.vertices[t[1]];
+    const TQ3XVertex& v2 = b.vertices[t[2]];
+    const float w1 = hit.u, w2 = hit.v, w0 = 1 - w1 - w2;
+    const TQ3XDrawState& d = b.state;
+    s.batch = &b;
+    s.at = v0;
+    if (d.interpolation == kQ3InterpolationStyleNone) {
+        // flat: the face normal and the first corner's attributes
+        s.at.normal = {hit.ng[0], hit.ng[1], hit.ng[2]};
+    } else {
+        s.at.normal = {mix(v0.normal.x, v1.normal.x, v2.normal.x, w0, w1, w2),
+                       mix(v0.normal.y, v1.normal.y, v2.normal.y, w0, w1, w2),
+                       mix(v0.normal.z, v1.normal.z, v2.normal.z, w0, w1, w2)};
+        s.at.diffuse = mixColour(v0.diffuse, v1.diffuse, v2.diffuse, w0, w1, w2);
+        s.at.specular = mixColour(v0.specular, v1.specular, v2.specular, w0, w1, w2);
+        s.at.specularControl =
+            mix(v0.specularControl, v1.specularControl, v2.specularControl, w0, w1, w2);
+        s.at.ambientCoefficient =
+            mix(v0.ambientCoefficient, v1.ambientCoefficient, v2.ambientCoefficient, w0, w1, w2);
+    }
+    s.at.uv = {mix(v0.uv.u, v1.uv.u, v2.uv.u, w0, w1, w2),
+               mix(v0.uv.v, v1.uv.v, v2.uv.v, w0, w1, w2)};
+    s.at.point = {org[0] + hit.t * dir[0], org[1] + hit.t * dir[1], org[2] + hit.t * dir[2]};
+    s.alpha = clamp01(mix(b.alpha[t[0]], b.alpha[t[1]], b.alpha[t[2]], w0, w1, w2));
+    std::copy(hit.ng, hit.ng + 3, s.ng);
+
+    TQ3Vector3D N = s.at.normal;
+    float len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
+    if (!(len > 1e-12f) || !std::isfinite(len)) {
+        N = {hit.ng[0], hit.ng[1], hit.ng[2]};
+        len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
+        if (!(len > 1e-12f)) len = 1;
+    }
+    N = {N.x / len, N.y / len, N.z / len};
+    s.V = {-dir[0], -dir[1], -dir[2]};
+    if (d.backfacing == kQ3BackfacingStyleFlip && N.x * s.V.x + N.y * s.V.y + N.z * s.V.z < 0)
+        N = {-N.x, -N.y, -N.z};
+    s.at.normal = N;
+    s.receives =
+        shadows && d.receiveShadows != kQ3False && d.illumination != kQ3IlluminationTypeNULL;
+
+    s.base = s.at.diffuse;
+    if (b.textured) {
+        const TQ3ColorARGB tc = q3::sampleTexture(b.texture, s.at.uv.u, s.at.uv.v);
+        s.base = {tc.r, tc.g, tc.b};
+        s.alpha *= clamp01(tc.a);
+    }
+}
+
+float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
+    const TQ3XLight& l = lights[li];
+    if (!s.receives || !l.castsShadows || l.type == kQ3LightTypeAmbient) return 1;
+    const TQ3Point3D& p = s.at.point;
     float dir[3];
     float far;
     if (l.type == kQ3LightTypeDirectional) {
@@ -39,106 +91,74 @@ float Shader::lightReaching(const TQ3XLight& l, const float p[3], const float ng
         dir[2] = -l.direction.z;
         far = std::numeric_limits<float>::infinity();
     } else {
-        dir[0] = l.location.x - p[0];
-        dir[1] = l.location.y - p[1];
-        dir[2] = l.location.z - p[2];
+        dir[0] = l.location.x - p.x;
+        dir[1] = l.location.y - p.y;
+        dir[2] = l.location.z - p.z;
         const float d = std::sqrt(dir[0] * dir[0] + dir[1] * dir[1] + dir[2] * dir[2]);
         if (!(d > 0) || !std::isfinite(d)) return 1;
         for (float& c : dir)
             c /= d;
         far = d * (1 - 1e-4f);
     }
+    const TQ3Vector3D& N = s.at.normal;
+    // a light that does not face the point adds nothing: no ray for it
+    if (!(N.x * dir[0] + N.y * dir[1] + N.z * dir[2] > 0)) return 0;
     // leave the surface on the side the light is on
-    const float side = ng[0] * dir[0] + ng[1] * dir[1] + ng[2] * dir[2] >= 0 ? 1.0f : -1.0f;
+    const float side = s.ng[0] * dir[0] + s.ng[1] * dir[1] + s.ng[2] * dir[2] >= 0 ? 1.0f : -1.0f;
     const float e = scene.epsilon();
-    const float org[3] = {p[0] + side * e * ng[0], p[1] + side * e * ng[1],
-                          p[2] + side * e * ng[2]};
-    ++counters.shadowRays;
-    return scene.transmission(org, dir, e, far);
+    ray.org_x = p.x + side * e * s.ng[0];
+    ray.org_y = p.y + side * e * s.ng[1];
+    ray.org_z = p.z + side * e * s.ng[2];
+    ray.dir_x = dir[0];
+    ray.dir_y = dir[1];
+    ray.dir_z = dir[2];
+    ray.tnear = e;
+    ray.tfar = far;
+    ray.time = 0;
+    ray.mask = 0xFFFFFFFFu;
+    ray.flags = 0;
+    ray.id = 0;
+    return -1;
+}
+
+Shaded Shader::finish(const Surface& s, const float* reach) const {
+    const TQ3XDrawState& d = s.batch->state;
+    TQ3ColorRGB L{1, 1, 1}, S{0, 0, 0}; // null illumination shows the plain colour
+    if (d.illumination != kQ3IlluminationTypeNULL) {
+        L = {0, 0, 0};
+        for (std::size_t li = 0; li < lights.size(); ++li) {
+            const float k = reach[li];
+            if (!(k > 0)) continue;
+            const q3::LightTerms terms =
+                q3::lightVertex(d.illumination, &lights[li], 1, s.at.point, s.at.normal, s.V, s.at);
+            L.r += k * terms.diffuse.r;
+            L.g += k * terms.diffuse.g;
+            L.b += k * terms.diffuse.b;
+            S.r += k * terms.specular.r;
+            S.g += k * terms.specular.g;
+            S.b += k * terms.specular.b;
+        }
+    }
+    return {clamp01(s.base.r * L.r + S.r), clamp01(s.base.g * L.g + S.g),
+            clamp01(s.base.b * L.b + S.b), clamp01(s.alpha)};
 }
 
 Shaded Shader::shade(const Hit& hit, const float org[3], const float dir[3],
-                     ShadeCounters& counters) const {
-    const Batch& b = scene.batch(hit.batch);
-    const std::uint32_t* t = &b.indices[3 * static_cast<std::size_t>(hit.triangle)];
-    const TQ3XVertex& v0 = b.vertices[t[0]];
-    const TQ3XVertex& v1 = b.vertices[t[1]];
-    const TQ3XVertex& v2 = b.vertices[t[2]];
-    const float w1 = hit.u, w2 = hit.v, w0 = 1 - w1 - w2;
-    const TQ3XDrawState& d = b.state;
-
-    TQ3XVertex at; // the attributes at the hit
-    const bool flat = d.interpolation == kQ3InterpolationStyleNone;
-    if (flat) {
-        at = v0;
-        at.normal = {hit.ng[0], hit.ng[1], hit.ng[2]};
-    } else {
-        at = v0;
-        at.normal = {mix(v0.normal.x, v1.normal.x, v2.normal.x, w0, w1, w2),
-                     mix(v0.normal.y, v1.normal.y, v2.normal.y, w0, w1, w2),
-                     mix(v0.normal.z, v1.normal.z, v2.normal.z, w0, w1, w2)};
-        at.diffuse = mixColour(v0.diffuse, v1.diffuse, v2.diffuse, w0, w1, w2);
-        at.specular = mixColour(v0.specular, v1.specular, v2.specular, w0, w1, w2);
-        at.specularControl =
-            mix(v0.specularControl, v1.specularControl, v2.specularControl, w0, w1, w2);
-        at.ambientCoefficient =
-            mix(v0.ambientCoefficient, v1.ambientCoefficient, v2.ambientCoefficient, w0, w1, w2);
-    }
-    at.uv = {mix(v0.uv.u, v1.uv.u, v2.uv.u, w0, w1, w2),
-             mix(v0.uv.v, v1.uv.v, v2.uv.v, w0, w1, w2)};
-    const float alpha = clamp01(mix(b.alpha[t[0]], b.alpha[t[1]], b.alpha[t[2]], w0, w1, w2));
-    at.point = {org[0] + hit.t * dir[0], org[1] + hit.t * dir[1], org[2] + hit.t * dir[2]};
-
-    TQ3Vector3D N = at.normal;
-    float len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
-    if (!(len > 1e-12f) || !std::isfinite(len)) {
-        N = {hit.ng[0], hit.ng[1], hit.ng[2]};
-        len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
-        if (!(len > 1e-12f)) len = 1;
-    }
-    N = {N.x / len, N.y / len, N.z / len};
-    const TQ3Vector3D V{-dir[0], -dir[1], -dir[2]};
-    if (d.backfacing == kQ3BackfacingStyleFlip && N.x * V.x + N.y * V.y + N.z * V.z < 0)
-        N = {-N.x, -N.y, -N.z};
-
-    TQ3ColorRGB L{0, 0, 0}, S{0, 0, 0};
-    const bool lit = d.illumination != kQ3IlluminationTypeNULL;
-    const bool receives = shadows && d.receiveShadows != kQ3False && lit;
-    const float p[3] = {at.point.x, at.point.y, at.point.z};
-    const std::size_t count = lit ? lights.size() : 0;
-    for (std::size_t li = 0; li < count; ++li) {
-        const TQ3XLight& light = lights[li];
-        float reach = 1;
-        if (receives && light.castsShadows && light.type != kQ3LightTypeAmbient) {
-            // a light that does not face the point adds nothing: no ray for it
-            TQ3Vector3D toLight =
-                light.type == kQ3LightTypeDirectional
-                    ? TQ3Vector3D{-light.direction.x, -light.direction.y, -light.direction.z}
-                    : TQ3Vector3D{light.location.x - p[0], light.location.y - p[1],
-                                  light.location.z - p[2]};
-            if (N.x * toLight.x + N.y * toLight.y + N.z * toLight.z <= 0) continue;
-            reach = lightReaching(light, p, hit.ng, counters);
-            if (reach <= 0) continue;
+                     std::uint64_t& shadowRays) const {
+    Surface s;
+    prepare(hit, org, dir, s);
+    std::vector<float> reach(lights.size(), 1.0f);
+    for (std::size_t li = 0; li < lights.size(); ++li) {
+        RTCRay ray;
+        reach[li] = shadowRay(s, li, ray);
+        if (reach[li] < 0) {
+            ++shadowRays;
+            const float o[3] = {ray.org_x, ray.org_y, ray.org_z};
+            const float d[3] = {ray.dir_x, ray.dir_y, ray.dir_z};
+            reach[li] = scene.transmission(o, d, ray.tnear, ray.tfar);
         }
-        const q3::LightTerms terms = q3::lightVertex(d.illumination, &light, 1, at.point, N, V, at);
-        L.r += reach * terms.diffuse.r;
-        L.g += reach * terms.diffuse.g;
-        L.b += reach * terms.diffuse.b;
-        S.r += reach * terms.specular.r;
-        S.g += reach * terms.specular.g;
-        S.b += reach * terms.specular.b;
     }
-    if (!lit) L = {1, 1, 1}; // null illumination shows the plain colour, with no lights at all
-
-    TQ3ColorRGB base = at.diffuse;
-    float a = alpha;
-    if (b.textured) {
-        const TQ3ColorARGB tc = q3::sampleTexture(b.texture, at.uv.u, at.uv.v);
-        base = {tc.r, tc.g, tc.b};
-        a *= tc.a;
-    }
-    return {clamp01(base.r * L.r + S.r), clamp01(base.g * L.g + S.g), clamp01(base.b * L.b + S.b),
-            clamp01(a)};
+    return finish(s, reach.data());
 }
 
 } // namespace lwsl

@@ -2,6 +2,10 @@
 // (ambient, then each light with its attenuation, cone and Phong highlight),
 // evaluated at the point with the interpolated normal, where each light that
 // casts shadows is first asked whether it reaches the point.
+//
+// Shading runs in two steps so that the shadow rays of many points can be
+// traced together: prepare finds the point's attributes and which lights
+// need a ray, and finish lights it with what the rays found.
 #pragma once
 
 #include "platform/finalrender/LWScene.h"
@@ -16,8 +20,15 @@ struct Shaded {
     float a;       // opacity
 };
 
-struct ShadeCounters {
-    std::uint64_t shadowRays = 0;
+// A hit point with its attributes, ready for lighting.
+struct Surface {
+    TQ3XVertex at;      // attributes, point and unit normal (facing as the style says)
+    TQ3Vector3D V;      // towards the eye
+    float ng[3];        // face normal
+    TQ3ColorRGB base;   // diffuse or texel colour
+    float alpha;        // opacity
+    const Batch* batch; // the draw state
+    bool receives;      // shadows are traced for it
 };
 
 class Shader {
@@ -25,13 +36,21 @@ class Shader {
     Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows)
         : scene(scene), lights(lights), shadows(shadows) {}
 
-    // The point that a ray in direction dir (unit) hit.
+    // The point that a ray in direction dir (unit) from org hit.
+    void prepare(const Hit& hit, const float org[3], const float dir[3], Surface& s) const;
+    // How light li reaches the point: 1 with no ray to trace, 0 when it
+    // cannot (it is behind the surface), or -1 with the shadow ray filled in.
+    float shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const;
+    // The colour with reach[li] the part of light li that gets to the point.
+    Shaded finish(const Surface& s, const float* reach) const;
+
+    // All three steps for one point, tracing its shadow rays one by one.
     Shaded shade(const Hit& hit, const float org[3], const float dir[3],
-                 ShadeCounters& counters) const;
+                 std::uint64_t& shadowRays) const;
+
+    std::size_t lightCount() const { return lights.size(); }
 
   private:
-    float lightReaching(const TQ3XLight& light, const float p[3], const float ng[3],
-                        ShadeCounters& counters) const;
     const Scene& scene;
     const std::vector<TQ3XLight>& lights;
     bool shadows;

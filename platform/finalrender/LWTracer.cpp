@@ -4,6 +4,8 @@
 #include "platform/finalrender/LWRayCamera.h"
 #include "platform/finalrender/LWShader.h"
 
+#include <embree3/rtcore.h>
+
 #include <algorithm>
 #include <atomic>
 #include <cmath>
@@ -13,8 +15,12 @@
 namespace lwsl {
 namespace {
 
-constexpr int kTile = 32;
-constexpr int kMaxLayers = 32; // see-through surfaces followed along one ray
+constexpr int kTileWidth = 128, kTileHeight = 8; // runs of 128 pixels go to Embree together
+constexpr int kMaxLayers = 32;                   // see-through surfaces followed along one ray
+
+struct ShadeCounters {
+    std::uint64_t shadowRays = 0;
+};
 
 struct Premultiplied {
     float r, g, b, a;
@@ -93,7 +99,8 @@ class Picture {
     void run(TraceFigures& figures) {
         const long W = x1 - x0, H = y1 - y0;
         if (W <= 0 || H <= 0) return;
-        const long tilesX = (W + kTile - 1) / kTile, tilesY = (H + kTile - 1) / kTile;
+        const long tilesX = (W + kTileWidth - 1) / kTileWidth,
+                   tilesY = (H + kTileHeight - 1) / kTileHeight;
         const long tiles = tilesX * tilesY;
         unsigned workers = std::clamp(std::thread::hardware_concurrency(), 1u, 64u);
         workers = static_cast<unsigned>(std::min<long>(workers, tiles));
@@ -101,11 +108,12 @@ class Picture {
         std::vector<ShadeCounters> counters(workers);
         std::vector<std::uint64_t> primary(workers, 0);
         auto work = [&](unsigned w) {
+            Batch batch;
             for (long t = next++; t < tiles; t = next++) {
-                const long tx = x0 + (t % tilesX) * kTile, ty = y0 + (t / tilesX) * kTile;
-                for (long y = ty; y < std::min(ty + kTile, y1); ++y)
-                    for (long x = tx; x < std::min(tx + kTile, x1); ++x)
-                        pixel(x, y, counters[w], primary[w]);
+                const long tx = x0 + (t % tilesX) * kTileWidth,
+                           ty = y0 + (t / tilesX) * kTileHeight;
+                for (long y = ty; y < std::min(ty + kTileHeight, y1); ++y)
+                    run(y, tx, std::min(tx + kTileWidth, x1), batch, counters[w], primary[w]);
             }
         };
         std::vector<std::thread> threads;
@@ -137,25 +145,39 @@ class Picture {
                x;
     }
 
-    Premultiplied sample(const Ray& ray, const Premultiplied& bg, ShadeCounters& counters,
-                         std::uint64_t& primary) const {
-        float r = 0, g = 0, b = 0, a = 0;
-        bool covered = false;
-        float tnear = 0;
-        for (int layer = 0; layer < kMaxLayers; ++layer) {
+    // The samples of one run of pixels in a row, traced together.
+    struct Batch {
+        std::vector<Ray> rays;
+        std::vector<RTCRayHit> hits;
+        std::vector<long> pixel; // of each ray, from the run's start
+        std::vector<Surface> surfaces;
+        std::vector<int> surfaceOf; // of each ray, or -1
+        std::vector<RTCRay> shadow;
+        std::vector<std::uint32_t> shadowOf; // surface * lights + light
+        std::vector<float> reach, passed;
+        std::vector<Premultiplied> sums;
+    };
+
+    // Follows one ray on past its first surface, whose colour is already in
+    // (r, g, b, a), through further see-through surfaces.
+    void continueRay(const Ray& ray, float tnear, float& r, float& g, float& b, float& a,
+                     ShadeCounters& counters, std::uint64_t& primary) const {
+        for (int layer = 1; layer < kMaxLayers && a < 0.999f; ++layer) {
             Hit hit;
             ++primary;
             if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
-            covered = true;
-            const Shaded s = shader.shade(hit, ray.org, ray.dir, counters);
+            const Shaded s = shader.shade(hit, ray.org, ray.dir, counters.shadowRays);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
             b += k * s.b;
             a += k;
-            if (a >= 0.999f) break;
             tnear = hit.t + std::max(scene.epsilon(), hit.t * 1e-6f);
         }
+    }
+
+    Premultiplied over(float r, float g, float b, float a, bool covered,
+                       const Premultiplied& bg) const {
         const float rest = 1 - a;
         if (options.transparencyAffectsAlpha || !covered)
             return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, a + rest * bg.a};
@@ -164,32 +186,114 @@ class Picture {
         return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, 1.0f};
     }
 
-    void pixel(long x, long y, ShadeCounters& counters, std::uint64_t& primary) const {
-        std::uint32_t* p = at(x, y);
-        const std::uint32_t old = *p;
-        const Premultiplied bg =
-            unpack(clearIt ? clearWord : (writeAlpha ? old : old | 0xFF000000u));
+    void run(long y, long xa, long xb, Batch& w, ShadeCounters& counters,
+             std::uint64_t& primary) const {
         const unsigned n = std::clamp(options.samplesPerSide, 1u, 8u);
-        Premultiplied sum{0, 0, 0, 0};
-        for (unsigned s = 0; s < n * n; ++s) {
-            float jx = 0.5f, jy = 0.5f;
-            if (n > 1) {
-                jx = (static_cast<float>(s % n) + jitter(x, y, 2 * s)) / static_cast<float>(n);
-                jy = (static_cast<float>(s / n) + jitter(x, y, 2 * s + 1)) / static_cast<float>(n);
+        const long count = xb - xa;
+        w.rays.clear();
+        w.hits.clear();
+        w.pixel.clear();
+        w.sums.assign(static_cast<std::size_t>(count), Premultiplied{0, 0, 0, 0});
+        std::vector<Premultiplied> bg(static_cast<std::size_t>(count));
+        for (long i = 0; i < count; ++i) {
+            const std::uint32_t old = *at(xa + i, y);
+            bg[i] = unpack(clearIt ? clearWord : (writeAlpha ? old : old | 0xFF000000u));
+            for (unsigned s = 0; s < n * n; ++s) {
+                float jx = 0.5f, jy = 0.5f;
+                if (n > 1) {
+                    const auto x = static_cast<std::uint32_t>(xa + i);
+                    const auto yy = static_cast<std::uint32_t>(y);
+                    jx = (static_cast<float>(s % n) + jitter(x, yy, 2 * s)) / static_cast<float>(n);
+                    jy = (static_cast<float>(s / n) + jitter(x, yy, 2 * s + 1)) /
+                         static_cast<float>(n);
+                }
+                Ray ray;
+                if (!haveRays || !camera.rayAt(static_cast<double>(xa + i) + dx + jx,
+                                               static_cast<double>(y) + dy + jy, ray)) {
+                    Premultiplied& sum = w.sums[i];
+                    sum = {sum.r + bg[i].r, sum.g + bg[i].g, sum.b + bg[i].b, sum.a + bg[i].a};
+                    continue;
+                }
+                RTCRayHit rh;
+                rh.ray.org_x = ray.org[0];
+                rh.ray.org_y = ray.org[1];
+                rh.ray.org_z = ray.org[2];
+                rh.ray.dir_x = ray.dir[0];
+                rh.ray.dir_y = ray.dir[1];
+                rh.ray.dir_z = ray.dir[2];
+                rh.ray.tnear = 0;
+                rh.ray.tfar = ray.tfar;
+                rh.ray.time = 0;
+                rh.ray.mask = 0xFFFFFFFFu;
+                rh.ray.id = 0;
+                rh.ray.flags = 0;
+                w.rays.push_back(ray);
+                w.hits.push_back(rh);
+                w.pixel.push_back(i);
             }
-            Ray ray;
-            Premultiplied c = bg;
-            if (haveRays && camera.rayAt(static_cast<double>(x) + dx + jx,
-                                         static_cast<double>(y) + dy + jy, ray))
-                c = sample(ray, bg, counters, primary);
-            sum.r += c.r;
-            sum.g += c.g;
-            sum.b += c.b;
-            sum.a += c.a;
         }
-        const float k = 1.0f / static_cast<float>(n * n);
-        std::uint32_t out = pack({sum.r * k, sum.g * k, sum.b * k, sum.a * k});
-        *p = writeAlpha ? out : (out | 0xFF000000u);
+        const auto m = static_cast<unsigned>(w.hits.size());
+        scene.nearestMany(w.hits.data(), m);
+        primary += m;
+
+        // the first surface of every ray, and the shadow rays they need
+        const std::size_t nl = shader.lightCount();
+        w.surfaces.clear();
+        w.surfaceOf.assign(m, -1);
+        w.shadow.clear();
+        w.shadowOf.clear();
+        w.reach.clear();
+        for (unsigned k = 0; k < m; ++k) {
+            Hit hit;
+            if (!scene.hitOf(w.hits[k], hit)) continue;
+            w.surfaceOf[k] = static_cast<int>(w.surfaces.size());
+            w.surfaces.emplace_back();
+            shader.prepare(hit, w.rays[k].org, w.rays[k].dir, w.surfaces.back());
+        }
+        // shadow rays light by light, so that rays that run side by side are
+        // traced together
+        w.reach.resize(w.surfaces.size() * nl);
+        for (std::size_t li = 0; li < nl; ++li)
+            for (std::size_t si = 0; si < w.surfaces.size(); ++si) {
+                RTCRay sr;
+                const float r = shader.shadowRay(w.surfaces[si], li, sr);
+                if (r < 0) {
+                    w.shadowOf.push_back(static_cast<std::uint32_t>(si * nl + li));
+                    w.shadow.push_back(sr);
+                }
+                w.reach[si * nl + li] = r;
+            }
+        w.passed.resize(w.shadow.size());
+        scene.transmissionMany(w.shadow.data(), w.passed.data(),
+                               static_cast<unsigned>(w.shadow.size()));
+        counters.shadowRays += w.shadow.size();
+        for (std::size_t j = 0; j < w.shadow.size(); ++j)
+            w.reach[w.shadowOf[j]] = w.passed[j];
+
+        for (unsigned k = 0; k < m; ++k) {
+            Premultiplied& sum = w.sums[w.pixel[k]];
+            const Premultiplied& back = bg[w.pixel[k]];
+            Premultiplied c = back;
+            if (w.surfaceOf[k] >= 0) {
+                const auto si = static_cast<std::size_t>(w.surfaceOf[k]);
+                const Shaded s = shader.finish(w.surfaces[si], &w.reach[si * nl]);
+                float r = s.a * s.r, g = s.a * s.g, b = s.a * s.b, a = s.a;
+                if (a < 0.999f) {
+                    const float t = w.hits[k].ray.tfar;
+                    continueRay(w.rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
+                                counters, primary);
+                }
+                c = over(r, g, b, a, true, back);
+            }
+            sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b, sum.a + c.a};
+        }
+        const float scale = 1.0f / static_cast<float>(n * n);
+        for (long i = 0; i < count; ++i) {
+            const Premultiplied& sum = w.sums[i];
+            const std::uint32_t out =
+                pack({sum.r * scale, sum.g * scale, sum.b * scale, sum.a * scale});
+            *at(xa + i, y) = writeAlpha ? out : (out | 0xFF000000u);
+        }
     }
 
     const Scene& scene;
