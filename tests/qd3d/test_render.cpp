@@ -155,6 +155,59 @@ TEST_F(Render, SeeThroughSurfacesBlendBackToFront) {
     Q3Object_Dispose(blue);
 }
 
+TEST_F(Render, FlatShadingLightsEachFaceOnceWithItsOwnNormal) {
+    // vertex normals that lean apart: blended across the face by vertex
+    // interpolation, ignored by none
+    TQ3AttributeSet left = Q3AttributeSet_New(), right = Q3AttributeSet_New();
+    TQ3Vector3D nl{-0.6f, 0, 0.8f}, nr{0.6f, 0, 0.8f};
+    Q3AttributeSet_Add(left, kQ3AttributeTypeNormal, &nl);
+    Q3AttributeSet_Add(right, kQ3AttributeTypeNormal, &nr);
+    TQ3Vertex3D v[4] = {
+        {{-1, -1, 0}, left}, {{1, -1, 0}, right}, {{1, 1, 0}, right}, {{-1, 1, 0}, left}};
+    TQ3PolygonData pd{4, v, nullptr};
+    TQ3Object quad = Q3Polygon_New(&pd);
+    TestView tv(32, 32, 5, true);
+    tv.addLight(directional(0, 0, -1));
+    TQ3Object lambert = Q3LambertIllumination_New();
+    TQ3Object flat = Q3InterpolationStyle_New(kQ3InterpolationStyleNone);
+    tv.render([&](TQ3ViewObject vw) {
+        Q3Object_Submit(lambert, vw);
+        Q3Object_Submit(quad, vw);
+    });
+    // N.L is 0.8 at both edges and the blend of the two normals between
+    EXPECT_NEAR(tv.at(1, 16).r, 204, 3);
+    EXPECT_NEAR(tv.at(30, 16).r, 204, 3);
+    tv.render([&](TQ3ViewObject vw) {
+        Q3Object_Submit(lambert, vw);
+        Q3Object_Submit(flat, vw);
+        Q3Object_Submit(quad, vw);
+    });
+    // flat: the face normal (0, 0, 1) everywhere
+    EXPECT_EQ(tv.at(1, 16).r, 255);
+    EXPECT_EQ(tv.at(30, 16).r, 255);
+    for (TQ3Object o : {left, right, quad, lambert, flat})
+        Q3Object_Dispose(o);
+}
+
+TEST_F(Render, SeveralSeeThroughLayersBlendFarthestFirst) {
+    // red far, green middle, blue near, each half see-through, submitted
+    // nearest first: the result is as if drawn from the back
+    TestView tv(16, 16, 5, true);
+    TQ3ColorRGB half{0.5f, 0.5f, 0.5f};
+    TQ3AttributeSet sets[3] = {colourSet(0, 0, 1), colourSet(0, 1, 0), colourSet(1, 0, 0)};
+    Scene s;
+    s.add(Q3NULLIllumination_New());
+    for (int i = 0; i < 3; ++i) {
+        Q3AttributeSet_Add(sets[i], kQ3AttributeTypeTransparencyColor, &half);
+        s.add(square(1, 2.0f - i, sets[i]));
+        Q3Object_Dispose(sets[i]);
+    }
+    tv.render([&](TQ3ViewObject v) { s.submit(v); });
+    // red 0.5 over nothing, then green, then blue, each over what is behind
+    // alpha: 0.5, 0.75, 0.875; red 0.125, green 0.25, blue 0.5
+    expectPixel(tv.at(8, 8), 223, 32, 64, 128, 3);
+}
+
 TEST_F(Render, TextureIsLookedUpBilinearly) {
     // 2 by 2: red green on the top row, blue white below
     std::uint32_t texels[4] = {0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0xFFFFFFFF};
