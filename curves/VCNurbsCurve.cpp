@@ -32,6 +32,7 @@ VCNurbsCurve::VCNurbsCurve(VCurveStatus& status, std::int32_t deg, std::int32_t 
 void VCNurbsCurve::Invalidate() {
     drawingData.reset();
     arcLengthData.reset();
+    chordSums.reset();
 }
 
 VCurveStatus VCNurbsCurve::CheckValid() const {
@@ -211,35 +212,62 @@ VCurveStatus VCNurbsCurve::CalcLength() {
     return kCurveOK;
 }
 
+VCurveStatus VCNurbsCurve::BuildChordSums() const {
+    double uMin = 0.0, uMax = 0.0;
+    GetDomain(uMin, uMax);
+    auto sums = NewCurveArray<float>(kChordCount + 1);
+    if (!sums) return kCurveNoMemory;
+    KVector3D prev;
+    VCurveStatus st = Evaluate(uMin, true, prev);
+    if (st != kCurveOK) return st;
+    float sum = 0.0f;
+    sums[0] = 0.0f;
+    for (int i = 1; i <= kChordCount; ++i) {
+        double ui = (uMax - uMin) * i / double(kChordCount) + uMin;
+        KVector3D pt;
+        if ((st = Evaluate(ui > uMax ? uMax : ui, true, pt)) != kCurveOK) return st;
+        sum += (pt - prev).Length();
+        sums[i] = sum;
+        prev = pt;
+    }
+    chordEnd = prev;
+    chordSums = std::move(sums);
+    return kCurveOK;
+}
+
 bool VCNurbsCurve::FindAtLength(float s, KVector3D& point, double& u) const {
     if (!(s >= 0.0f && s < arcLength)) return false;
     if (CheckValid() != kCurveOK) return false;
+    // The running chord sums over the double-precision parameters are kept
+    // until the next change of the curve, so that a search costs one
+    // evaluation instead of a walk of a hundred.
+    if (!chordSums && BuildChordSums() != kCurveOK) return false;
     double uMin = 0.0, uMax = 0.0;
     GetDomain(uMin, uMax);
-    float sum = 0.0f;
-    float prevSum = 0.0f;
-    KVector3D prev;
-    if (Evaluate(uMin, true, prev) != kCurveOK) return false;
-    for (int i = 1; i <= 100; ++i) {
-        double ui = (uMax - uMin) * i / 100.0 + uMin;
-        KVector3D pt;
-        if (Evaluate(ui > uMax ? uMax : ui, true, pt) != kCurveOK) return false;
-        prevSum = sum;
-        sum += (pt - prev).Length();
-        prev = pt;
-        if (sum > s) {
-            double f = (double(s) - prevSum) / (double(sum) - prevSum);
-            double found = ((i - 1) + f) * (uMax - uMin) / 100.0 + uMin;
-            if (found > uMax) found = uMax;
-            if (Evaluate(found, true, point) != kCurveOK) return false;
-            u = found;
-            return true;
-        }
+    const float* sums = chordSums.get();
+    // The first sample whose running sum exceeds s.
+    int lo = 0, hi = kChordCount + 1;
+    while (hi - lo > 1) {
+        int mid = (lo + hi) / 2;
+        if (sums[mid] > s)
+            hi = mid;
+        else
+            lo = mid;
     }
-    // s lies just below arcLength but the double sampling summed a little
-    // less than the float one: the answer is the end of the curve.
-    u = uMax;
-    point = prev;
+    if (hi > kChordCount) {
+        // s lies just below arcLength but the double sampling summed a
+        // little less than the float one: the answer is the end of the curve.
+        u = uMax;
+        point = chordEnd;
+        return true;
+    }
+    const int i = hi;
+    const float prevSum = sums[i - 1], sum = sums[i];
+    double f = (double(s) - prevSum) / (double(sum) - prevSum);
+    double found = ((i - 1) + f) * (uMax - uMin) / double(kChordCount) + uMin;
+    if (found > uMax) found = uMax;
+    if (Evaluate(found, true, point) != kCurveOK) return false;
+    u = found;
     return true;
 }
 

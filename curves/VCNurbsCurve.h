@@ -112,7 +112,8 @@ class VCNurbsCurve : public KListEntry {
     // Error bound for removing one instance of knot r of multiplicity s.
     VCurveStatus GetRemovalBound(std::int32_t r, std::int32_t s, double& bound) const;
 
-    // Frees the caches; every change of points or knots ends with it.
+    // Frees the caches; every change of points or knots ends with it, and
+    // code that writes ctrlPoints or knots directly must call it too.
     void Invalidate();
 
     std::int32_t degree = 0;
@@ -125,6 +126,14 @@ class VCNurbsCurve : public KListEntry {
     float arcLength = 0.0f;
 
   private:
+    // Chords of the arc-length measure.
+    static constexpr int kChordCount = 100;
+    VCurveStatus BuildChordSums() const;
+    // Running chord sums of FindAtLength and the last sample; a cache
+    // dropped by Invalidate.
+    mutable std::unique_ptr<float[]> chordSums;
+    mutable KVector3D chordEnd;
+
     VCurveStatus SampleSpan(double u0, double u1, std::int32_t n, double tolerance,
                             KVector3D* points, double* params) const;
     double MeasureInterval(double u0, double u1, const KVector3D& p0, const KVector3D& p1,

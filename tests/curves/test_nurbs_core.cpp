@@ -265,6 +265,12 @@ TEST(NurbsLength, ChordPolygonAgreesWithAFineReferenceAndFindAtLengthInverts) {
         // Just below the end never fails.
         EXPECT_TRUE(c->FindAtLength(std::nextafter(c->arcLength, 0.0f), pt, u));
         EXPECT_TRUE(Finite(pt));
+        // A change of shape is seen by the next search.
+        s.points[0] = KVector3D(5 * s.points[0].w, 5 * s.points[0].w, 0, s.points[0].w);
+        ASSERT_EQ(c->SetControlPoint(0, s.points[0]), kCurveOK);
+        ASSERT_EQ(c->CalcLength(), kCurveOK);
+        ASSERT_TRUE(c->FindAtLength(c->arcLength * 0.3f, pt, u));
+        EXPECT_LT(Dist(DeBoor(s.degree, s.knots, s.points, u), pt), 1e-5);
     }
 }
 
