@@ -299,7 +299,13 @@ TQ3Status Q3Exit(void) {
         postError(kQ3ErrorNotInitialized);
         return kQ3Failure;
     }
-    --initCount();
+    if (--initCount() == 0) {
+        // the end of the library: classes that others registered go, so that
+        // a later start may register them again
+        auto& t = classTable();
+        for (auto it = t.begin(); it != t.end();)
+            it = it->second.builtin ? std::next(it) : t.erase(it);
+    }
     return kQ3Success;
 }
 

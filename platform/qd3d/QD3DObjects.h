@@ -9,6 +9,8 @@
 extern "C" {
 #endif
 
+/* Starts may nest; the last Q3Exit also forgets the classes that were
+ * registered since the first start. */
 TQ3Status Q3Initialize(void);
 TQ3Status Q3Exit(void);
 TQ3Boolean Q3IsInitialized(void);

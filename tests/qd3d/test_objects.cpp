@@ -193,6 +193,22 @@ TEST_F(Objects, RegisteredElementKeepsItsReferencesBalanced) {
     EXPECT_FALSE(Q3ObjectHierarchy_IsNameRegistered("TestNameAttribute"));
 }
 
+TEST(Library, LastExitForgetsRegisteredClasses) {
+    for (int run = 0; run < 2; ++run) {
+        ASSERT_EQ(Q3Initialize(), kQ3Success);
+        ASSERT_EQ(Q3Initialize(), kQ3Success); // starts nest
+        TQ3ElementType type = 0;
+        EXPECT_NE(Q3XElementClass_Register(&type, "TestRunElement", 4, nullptr), nullptr) << run;
+        Q3Exit();
+        EXPECT_TRUE(Q3ObjectHierarchy_IsNameRegistered("TestRunElement"));
+        Q3Exit();
+        EXPECT_FALSE(Q3ObjectHierarchy_IsNameRegistered("TestRunElement"));
+        EXPECT_TRUE(Q3ObjectHierarchy_IsTypeRegistered(kQ3RendererTypeInteractive));
+    }
+    EXPECT_EQ(Q3Exit(), kQ3Failure); // not started
+    Q3Error_Get(nullptr);
+}
+
 TEST_F(Objects, AttributeSetsCopyInAndOut) {
     TQ3AttributeSet set = Q3AttributeSet_New();
     TQ3ColorRGB red{1, 0, 0}, out{};
