@@ -276,7 +276,7 @@ class Picture {
             Premultiplied c = back;
             if (w.surfaceOf[k] >= 0) {
                 const auto si = static_cast<std::size_t>(w.surfaceOf[k]);
-                const Shaded s = shader.finish(w.surfaces[si], &w.reach[si * nl]);
+                const Shaded s = shader.finish(w.surfaces[si], w.reach.data() + si * nl);
                 float r = s.a * s.r, g = s.a * s.g, b = s.a * s.b, a = s.a;
                 if (a < 0.999f) {
                     const float t = w.hits[k].ray.tfar;

@@ -1,11 +1,14 @@
 // The final renderer as a class of the 3D library: registration, its
 // published answers, its settings, and pictures with nothing in them.
+#include "platform/finalrender/LWScene.h"
 #include "tests/finalrender/FinalRenderTestSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <dirent.h>
+#include <limits>
+#include <string>
 #include <vector>
 
 using namespace frtest;
@@ -148,4 +151,34 @@ TEST(FinalRenderer, DrawsOnlyThePane) {
     EXPECT_EQ(v.at(20, 20).a, 255);               // drawn
     Q3Object_Dispose(sq);
     Q3Object_Dispose(r);
+}
+
+// Triangles that name vertices out of range or points that are not numbers
+// are left out of the picture; the rest is traced.
+TEST(FinalRenderer, BadTrianglesAreLeftOut) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    TQ3XVertex v[5]{};
+    const TQ3Point3D points[5] = {{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}, {nan, 0, 0}, {0, 0, 1e30f}};
+    for (int i = 0; i < 5; ++i) {
+        v[i].point = points[i];
+        v[i].normal = {0, 0, 1};
+        v[i].transparency = {1, 1, 1};
+    }
+    const TQ3Uns32 indices[] = {0, 1, 2, 0, 1, 3, 0, 1, 7, 2, 1, 4};
+    const TQ3Vector3D normals[4] = {{0, 0, 1}, {0, 0, 1}, {0, 0, 1}, {nan, 0, 0}};
+    TQ3XDrawState state{};
+    state.backfacing = kQ3BackfacingStyleBoth;
+    TQ3XTriangleBatch batch{nullptr, &state, 5, v, 4, indices, normals, nullptr};
+    lwsl::Scene scene;
+    scene.add(batch);
+    EXPECT_EQ(scene.triangleCount(), 2u); // the first and the huge one
+    std::string why;
+    ASSERT_TRUE(scene.build(why)) << why;
+    lwsl::Hit hit;
+    const float org[3] = {0, -0.5f, 5}, down[3] = {0, 0, -1};
+    ASSERT_TRUE(scene.nearest(org, down, 0, 100, hit));
+    EXPECT_FLOAT_EQ(hit.t, 5);
+    EXPECT_EQ(hit.triangle, 0u);
+    const float beside[3] = {5, 5, 5};
+    EXPECT_FALSE(scene.nearest(beside, down, 0, 100, hit));
 }
