@@ -52,6 +52,10 @@ class VCurveAnalytical : public VCurve {
     template <class Visit> void WalkGrid(Visit visit) const;
 };
 
+// How the path is drawn: the grid polygon (GetGridPoints) without
+// illumination in this light green (red, green, blue).
+inline constexpr float kPathColour[3] = {12000.0f / 65535.0f, 1.0f, 12000.0f / 65535.0f};
+
 // Degrees to radians with pi as a 32-bit float.
 inline float DegreesToRadians(float t) {
     return t * 3.1415927f / 180.0f;
