@@ -7,6 +7,8 @@
 #include "platform/finalrender/LWTracer.h"
 #include "platform/qd3d/Q3Internal.h"
 
+#include <oneapi/tbb/global_control.h>
+
 #include <chrono>
 #include <cstring>
 #include <new>
@@ -17,6 +19,27 @@ namespace lwsl {
 namespace {
 
 TQ3ObjectType gRendererType = 0;
+
+// Embree builds with the thread pool of TBB, whose workers would stay after
+// the call; ending the pool when the picture is done takes them down with
+// it. Should another part of the process use TBB, the pool stays as it is.
+class ThreadPoolEnd {
+  public:
+    ThreadPoolEnd() {
+        try {
+            handle = oneapi::tbb::task_scheduler_handle(oneapi::tbb::attach{});
+        } catch (...) {
+        }
+    }
+    ~ThreadPoolEnd() {
+        if (handle) oneapi::tbb::finalize(handle, std::nothrow);
+    }
+    ThreadPoolEnd(const ThreadPoolEnd&) = delete;
+    ThreadPoolEnd& operator=(const ThreadPoolEnd&) = delete;
+
+  private:
+    oneapi::tbb::task_scheduler_handle handle;
+};
 
 class Renderer {
   public:
@@ -29,12 +52,23 @@ class Renderer {
     }
 
     TQ3ViewStatus endPass() {
+        ThreadPoolEnd poolEnd;
+        TQ3ViewStatus status = kQ3ViewStatusError;
+        try {
+            status = renderPicture();
+        } catch (...) {
+            q3::postError(kQ3ErrorOutOfMemory);
+        }
+        scene.clear(); // the ray tracing structure goes before poolEnd ends
+        return status;
+    }
+
+    TQ3ViewStatus renderPicture() {
         using Clock = std::chrono::steady_clock;
         figures = {};
         auto t0 = Clock::now();
         std::string why;
         if (!scene.build(why)) {
-            scene.clear();
             q3::postError(kQ3ErrorOutOfMemory);
             return kQ3ViewStatusError;
         }
@@ -49,7 +83,6 @@ class Renderer {
         figures.buildSeconds = std::chrono::duration<double>(t1 - t0).count();
         figures.renderSeconds = std::chrono::duration<double>(t2 - t1).count();
         figures.threads = traced.threads;
-        scene.clear();
         if (!drawn) {
             q3::postError(kQ3ErrorUnsupportedPixelType);
             return kQ3ViewStatusError;
@@ -95,15 +128,7 @@ TQ3XRendererMethods makeMethods() {
     };
     // Lines, points and markers are guides of the editor, not part of a
     // finished picture: the ray tracer leaves them out.
-    m.endPass = [](void* p, TQ3ViewObject) {
-        try {
-            return self(p)->endPass();
-        } catch (...) {
-            self(p)->scene.clear();
-            q3::postError(kQ3ErrorOutOfMemory);
-            return kQ3ViewStatusError;
-        }
-    };
+    m.endPass = [](void* p, TQ3ViewObject) { return self(p)->endPass(); };
     m.cancelPass = [](void* p) { self(p)->scene.clear(); };
     return m;
 }
