@@ -14,8 +14,8 @@ class DrawContextObject : public OpaqueTQ3Object {
 
 bool validPixmap(const TQ3Pixmap& p) {
     if (!p.image) return false;
-    if (p.pixelSize != 32 ||
-        (p.pixelType != kQ3PixelTypeRGB32 && p.pixelType != kQ3PixelTypeARGB32)) {
+    if (p.pixelSize != 32 || (enumValue(p.pixelType) != kQ3PixelTypeRGB32 &&
+                              enumValue(p.pixelType) != kQ3PixelTypeARGB32)) {
         postError(kQ3ErrorUnsupportedPixelType);
         return false;
     }

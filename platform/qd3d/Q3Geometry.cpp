@@ -544,8 +544,8 @@ TQ3Status Q3GeneralPolygon_SetData(TQ3GeometryObject g, const TQ3GeneralPolygonD
         return kQ3Failure;
     }
     if (d->numContours == 0 || d->numContours > (1u << 20) ||
-        d->shapeHint < kQ3GeneralPolygonShapeHintComplex ||
-        d->shapeHint > kQ3GeneralPolygonShapeHintConvex) {
+        enumValue(d->shapeHint) < kQ3GeneralPolygonShapeHintComplex ||
+        enumValue(d->shapeHint) > kQ3GeneralPolygonShapeHintConvex) {
         postError(kQ3ErrorInvalidParameter);
         return kQ3Failure;
     }

@@ -6,6 +6,7 @@
 #include "platform/qd3d/QD3DRendererExtension.h"
 
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -96,6 +97,15 @@ template <class T, class... A> TQ3Object make(A&&... args) {
         postError(kQ3ErrorOutOfMemory);
         return nullptr;
     }
+}
+
+// The number behind an enum argument, read without trusting that it is one
+// of the enum's values (a C caller may pass any int).
+template <class E> inline std::int32_t enumValue(const E& e) {
+    static_assert(sizeof(E) == sizeof(std::int32_t));
+    std::int32_t v;
+    std::memcpy(&v, &e, sizeof v);
+    return v;
 }
 
 inline TQ3Status status(bool ok) {

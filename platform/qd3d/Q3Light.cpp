@@ -15,8 +15,13 @@ class LightObject : public OpaqueTQ3Object {
 bool validLightData(const TQ3LightData& d) {
     return finite(d.brightness) && finite(d.color.r) && finite(d.color.g) && finite(d.color.b);
 }
-bool validAttenuation(TQ3AttenuationType a) {
-    return a >= kQ3AttenuationTypeNone && a <= kQ3AttenuationTypeInverseDistanceSquared;
+bool validAttenuation(const TQ3AttenuationType& a) {
+    const std::int32_t v = enumValue(a);
+    return v >= kQ3AttenuationTypeNone && v <= kQ3AttenuationTypeInverseDistanceSquared;
+}
+bool validFallOff(const TQ3FallOffType& f) {
+    const std::int32_t v = enumValue(f);
+    return v >= kQ3FallOffTypeNone && v <= kQ3FallOffTypeCosine;
 }
 
 LightObject* light(TQ3Object o, TQ3ObjectType t = kQ3ShapeTypeLight) {
@@ -38,8 +43,9 @@ template <class F> TQ3Status with(TQ3Object o, TQ3ObjectType t, const void* ptr,
 }
 
 TQ3Object newLight(TQ3ObjectType t, const TQ3SpotLightData& d) {
-    if (!validLightData(d.lightData) || !validAttenuation(d.attenuation) || !finite(d.location) ||
-        !finite(d.direction) || !finite(d.hotAngle) || !finite(d.outerAngle)) {
+    if (!validLightData(d.lightData) || !validAttenuation(d.attenuation) ||
+        !validFallOff(d.fallOff) || !finite(d.location) || !finite(d.direction) ||
+        !finite(d.hotAngle) || !finite(d.outerAngle)) {
         postError(kQ3ErrorInvalidParameter);
         return nullptr;
     }
@@ -307,7 +313,7 @@ TQ3Status Q3SpotLight_GetFallOff(TQ3LightObject o, TQ3FallOffType* v) {
 }
 TQ3Status Q3SpotLight_SetFallOff(TQ3LightObject o, TQ3FallOffType v) {
     return with(o, kQ3LightTypeSpot, &v, [&](L& l) {
-        if (v < kQ3FallOffTypeNone || v > kQ3FallOffTypeCosine) return false;
+        if (!validFallOff(v)) return false;
         l.data.fallOff = v;
         return true;
     });

@@ -269,7 +269,8 @@ bool validData(const TQ3WindowPointPickData* d) {
     }
     if (!finite(d->point.x) || !finite(d->point.y) || !(d->vertexTolerance >= 0) ||
         !(d->edgeTolerance >= 0) || !finite(d->vertexTolerance) || !finite(d->edgeTolerance) ||
-        d->data.sort < kQ3PickSortNone || d->data.sort > kQ3PickSortFarToNear) {
+        enumValue(d->data.sort) < kQ3PickSortNone ||
+        enumValue(d->data.sort) > kQ3PickSortFarToNear) {
         postError(kQ3ErrorInvalidParameter);
         return false;
     }

@@ -45,8 +45,8 @@ bool validPixmap(const TQ3StoragePixmap* p) {
         return false;
     }
     if (!checkObject(p->image, kQ3SharedTypeStorage)) return false;
-    if (p->pixelSize != 32 ||
-        (p->pixelType != kQ3PixelTypeRGB32 && p->pixelType != kQ3PixelTypeARGB32)) {
+    if (p->pixelSize != 32 || (enumValue(p->pixelType) != kQ3PixelTypeRGB32 &&
+                               enumValue(p->pixelType) != kQ3PixelTypeARGB32)) {
         postError(kQ3ErrorUnsupportedPixelType);
         return false;
     }
@@ -144,7 +144,7 @@ TQ3Status Q3Shader_Submit(TQ3ShaderObject s, TQ3ViewObject view) {
 TQ3Status Q3Shader_SetUBoundary(TQ3ShaderObject s, TQ3ShaderUVBoundary b) {
     auto* x = check<ShaderObject>(s, kQ3ShapeTypeShader);
     if (!x) return kQ3Failure;
-    if (b != kQ3ShaderUVBoundaryWrap && b != kQ3ShaderUVBoundaryClamp) {
+    if (enumValue(b) != kQ3ShaderUVBoundaryWrap && enumValue(b) != kQ3ShaderUVBoundaryClamp) {
         postError(kQ3ErrorInvalidParameter);
         return kQ3Failure;
     }
@@ -155,7 +155,7 @@ TQ3Status Q3Shader_SetUBoundary(TQ3ShaderObject s, TQ3ShaderUVBoundary b) {
 TQ3Status Q3Shader_SetVBoundary(TQ3ShaderObject s, TQ3ShaderUVBoundary b) {
     auto* x = check<ShaderObject>(s, kQ3ShapeTypeShader);
     if (!x) return kQ3Failure;
-    if (b != kQ3ShaderUVBoundaryWrap && b != kQ3ShaderUVBoundaryClamp) {
+    if (enumValue(b) != kQ3ShaderUVBoundaryWrap && enumValue(b) != kQ3ShaderUVBoundaryClamp) {
         postError(kQ3ErrorInvalidParameter);
         return kQ3Failure;
     }

@@ -68,7 +68,8 @@ bool validValue(TQ3ObjectType type, TQ3Int32 v) {
 }
 
 bool validSubdivision(const TQ3SubdivisionStyleData* d) {
-    if (d->method < kQ3SubdivisionMethodConstant || d->method > kQ3SubdivisionMethodScreenSpace)
+    const std::int32_t method = enumValue(d->method);
+    if (method < kQ3SubdivisionMethodConstant || method > kQ3SubdivisionMethodScreenSpace)
         return false;
     if (!finite(d->c1) || !finite(d->c2)) return false;
     if (d->method == kQ3SubdivisionMethodConstant) return d->c1 >= 1 && d->c2 >= 1;
@@ -125,16 +126,16 @@ using namespace q3;
 
 #define Q3_VALUE_STYLE(Name, TypeConst, ValueType)                                                 \
     TQ3StyleObject Q3##Name##_New(ValueType v) {                                                   \
-        return newValue(TypeConst, (TQ3Int32)v);                                                   \
+        return newValue(TypeConst, enumValue(v));                                                  \
     }                                                                                              \
     TQ3Status Q3##Name##_Get(TQ3StyleObject s, ValueType* v) {                                     \
         return getValue(s, TypeConst, v);                                                          \
     }                                                                                              \
     TQ3Status Q3##Name##_Set(TQ3StyleObject s, ValueType v) {                                      \
-        return setValue(s, TypeConst, (TQ3Int32)v);                                                \
+        return setValue(s, TypeConst, enumValue(v));                                               \
     }                                                                                              \
     TQ3Status Q3##Name##_Submit(ValueType v, TQ3ViewObject view) {                                 \
-        return submitValue(TypeConst, (TQ3Int32)v, view);                                          \
+        return submitValue(TypeConst, enumValue(v), view);                                         \
     }
 
 extern "C" {

@@ -81,8 +81,9 @@ class TransformObject : public OpaqueTQ3Object {
     }
 };
 
-bool validAxis(TQ3Axis a) {
-    return a == kQ3AxisX || a == kQ3AxisY || a == kQ3AxisZ;
+bool validAxis(const TQ3Axis& a) {
+    const std::int32_t v = enumValue(a);
+    return v == kQ3AxisX || v == kQ3AxisY || v == kQ3AxisZ;
 }
 
 template <class D>
