@@ -129,7 +129,9 @@ void VAlignedText::Layout(const TextCharacter* chars, const VCurveData& curveDat
         const float half = (c->xMin + c->xMax) / 2.0f * width;
         KVector3D point, tangent, normal, binormal;
         // Beyond the end of an open path a letter gets no geometry.
-        if (c->contours && path->GetFrame(pen + half, point, tangent, normal, binormal)) {
+        const float at = pen + half;
+        if (c->contours && std::isfinite(at) &&
+            path->GetFrame(at, point, tangent, normal, binormal)) {
             // Each contour (the two of an i) gets the same transforms.
             for (const OuterContour* contour = c->contours; contour; contour = contour->next) {
                 DDisplayGroup letter;

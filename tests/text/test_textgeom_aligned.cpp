@@ -8,6 +8,7 @@
 #include "text/VAlignedText.h"
 
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -342,4 +343,32 @@ TEST_F(TextGeomTest, OutlineOpacityAndSideColourReachTheLetters) {
     for (int r = 0; r < 4; ++r)
         for (int c = 0; c < 4; ++c)
             EXPECT_EQ(letters[1].value[r][c], letters[2].value[r][c]);
+}
+
+TEST_F(TextGeomTest, AFailureOfTheLibraryLeavesTheGroupEmpty) {
+    Chain chain = Read("abc");
+    ASSERT_TRUE(chain);
+    Model model(Path(1));
+    model.Rebuild(chain.get());
+    ASSERT_EQ(model.text.CountObjects(), 2u + 3u);
+    // The library refuses a scale that is not finite; the letters before it
+    // are taken out again and the failure goes on to the caller.
+    model.data.height = std::numeric_limits<float>::infinity();
+    bool thrown = false;
+    try {
+        model.Rebuild(chain.get());
+    } catch (std::int32_t) {
+        thrown = true;
+    }
+    EXPECT_TRUE(thrown);
+    ASSERT_EQ(model.text.CountObjects(), 1u);
+    std::vector<TQ3Object> members = Members(model.text.object);
+    EXPECT_EQ(members[0], model.text.attributes.object);
+    for (TQ3Object m : members)
+        Q3Object_Dispose(m);
+    // A width that is no number places no letter rather than one at NaN.
+    model.data.height = 2;
+    model.data.width = std::numeric_limits<float>::quiet_NaN();
+    model.Rebuild(chain.get());
+    EXPECT_EQ(model.text.CountObjects(), 2u);
 }
