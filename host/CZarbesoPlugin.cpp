@@ -7,7 +7,7 @@
 #include "host/PlaneTable.h"
 #include "host/PreviewScale.h"
 #include "resources/Strings.h"
-#include "scene/QD3DAvailability.h"
+#include "scene/K3DSystem.h"
 #include "sdk/PIGlobal.h"
 
 #include <algorithm>
@@ -81,7 +81,8 @@ int16 CZarbesoPlugin::DoParameters(FilterRecord* record) {
 }
 
 int16 CZarbesoPlugin::DoPrepare(FilterRecord* record) {
-    if (!IsQD3DAvailable() || QD3DVersion() < kMinimumQD3DVersion) return userCanceledErr;
+    if (!K3DSystem::IsAvailable() || K3DSystem::GetVersion() < kMinimumQD3DVersion)
+        return userCanceledErr;
     const Rect& r = record->filterRect;
     // A signed 32-bit product, as the estimate has always been computed; an
     // area whose estimate overflows cannot fit either.
@@ -176,6 +177,8 @@ int16 CZarbesoPlugin::DoStart(FilterRecord* record) {
     gFullHeight = static_cast<int16>(height);
     gPreviewScaled = scale != 1;
 
+    // The 3D library lives exactly as long as the run of the window.
+    VC3DSystem system;
     const bool confirmed = RunFilterDialog(record->platformData, params->invocation);
     return confirmed ? 0 : 1;
 }

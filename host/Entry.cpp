@@ -1,6 +1,8 @@
 // The exported entry of the filter module.
 #include "host/CZarbesoPlugin.h"
+#include "host/ModalRun.h"
 #include "host/ModuleState.h"
+#include "ui/NoWindowRun.h"
 
 #include <dlfcn.h>
 
@@ -10,6 +12,7 @@ namespace {
 __attribute__((constructor)) void AttachModule() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<void*>(&AttachModule), &info)) gModuleInstance = info.dli_fbase;
+    SetNoWindowRunner(&RunWithoutWindow);
 }
 } // namespace
 

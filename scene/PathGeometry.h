@@ -1,0 +1,9 @@
+#pragma once
+
+class VCurve;
+class DDisplayGroup;
+
+// Puts the drawable form of a path into `group`: for an analytic path a
+// light green polyline through its grid samples, not lit. A custom path has
+// a model of its own that draws it, so nothing is added for it.
+void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group);

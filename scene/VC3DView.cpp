@@ -1,0 +1,28 @@
+#include "scene/VC3DView.h"
+
+VC3DView::VC3DView() : K3DViewAdorner(*this, this) {}
+
+VC3DView::~VC3DView() {
+    // The scene goes before the library objects of the view it lives in.
+    sceneManager.reset();
+}
+
+void VC3DView::SubmitScene() {
+    if (sceneManager) sceneManager->Submit(viewer);
+}
+
+std::unique_ptr<VZarbesoSceneManager> VC3DView::CreateSceneManager() {
+    return std::make_unique<VZarbesoSceneManager>();
+}
+
+void VC3DView::Initialize() {
+    sceneManager = CreateSceneManager();
+    Setup();
+    if (UsesLights()) sceneManager->StartListening(lightGroup, *this);
+}
+
+void VC3DView::InitView() {
+    Initialize();
+    const KVector3D three{3, 3, 3, 0};
+    ApplyTo(kScale, kApply, &three, true);
+}

@@ -1,0 +1,129 @@
+#include "scene/VCModel.h"
+
+#include "d3d/DSubmitLoop.h"
+
+namespace {
+TQ3Matrix4x4 Multiply(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b) {
+    TQ3Matrix4x4 r{};
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j) {
+            float s = 0;
+            for (int k = 0; k < 4; ++k)
+                s += a.value[i][k] * b.value[k][j];
+            r.value[i][j] = s;
+        }
+    return r;
+}
+
+TQ3Matrix4x4 Matrix(const DTransformObject& t) {
+    TQ3Matrix4x4 m;
+    t.GetMatrix(m);
+    return m;
+}
+} // namespace
+
+VCModel::VCModel(std::uint32_t id, const DObject& geometry) : VCModel(id, geometry.GetObject()) {}
+
+VCModel::VCModel(std::uint32_t id, TQ3Object geometry) : VC3DObject(id), pickId_(id) {
+    Build(geometry);
+}
+
+void VCModel::Build(TQ3Object geometry) {
+    AddObject(pickId_);
+    AddObject(fromCentre_);
+    AddObject(position_);
+    rotationPosition_ = AddObject(rotation_);
+    AddObject(scale_);
+    AddObject(toCentre_);
+    if (geometry) AddObject(geometry);
+}
+
+void VCModel::Translate(const KVector3D& delta) {
+    position_.Add(delta);
+}
+
+void VCModel::GetRotationMatrix(TQ3Matrix4x4& out) const {
+    out = rotation_.matrix;
+}
+
+void VCModel::GetScaleMatrix(TQ3Matrix4x4& out) const {
+    out = Matrix(scale_);
+}
+
+void VCModel::GetLocalToWorld(TQ3Matrix4x4& out, int mode) const {
+    TQ3Matrix4x4 m = Matrix(toCentre_);
+    if (mode != 1) m = Multiply(m, Matrix(scale_));
+    m = Multiply(m, rotation_.matrix);
+    m = Multiply(m, Matrix(position_));
+    out = Multiply(m, Matrix(fromCentre_));
+}
+
+void VCModel::SetScale(const KVector3D& scale) {
+    scale_.Set(scale);
+}
+
+void VCModel::SetRotation(const KVector3D& angles) {
+    rotation_.SetRotation(angles);
+}
+
+void VCModel::MultiplyScale(const KVector3D& factors) {
+    scale_.MultiplyBy(factors);
+}
+
+void VCModel::GetCenter(KVector3D& out) const {
+    out = {sphere_.origin.x, sphere_.origin.y, sphere_.origin.z, 1.0f};
+}
+
+void VCModel::RotateAboutAxis(const KVector3D& axis, float angle) {
+    float x, y, z;
+    rotation_.GetRotation(x, y, z);
+    DQuaternionTransform q(0, 0.0f);
+    q.SetRotation(x, y, z);
+    q.RotateAbout(axis, angle);
+    KVector3D angles;
+    q.GetRotation(angles);
+    SetRotation(angles);
+}
+
+void VCModel::GetPosition(KVector3D& out) const {
+    position_.Get(out);
+}
+
+void VCModel::AddToGroup(const DShapeObject& object) {
+    AddObject(object);
+}
+
+void VCModel::RemoveFromGroup(const DShapeObject& object) {
+    Remove(object);
+}
+
+void VCModel::InsertAfterRotation(const DShapeObject& object) {
+    AddObjectAfter(object.GetObject(), rotationPosition_);
+}
+
+void VCModel::CalcBoundingBox(DExtViewer* view) {
+    DBoundingBoxCalc calc(&box_, kQ3ComputeBoundsExact);
+    calc.Run(*this, view);
+}
+
+void VCModel::CalcBoundingSphere(DExtViewer* view) {
+    KVector3D keep;
+    position_.Get(keep);
+    position_.Set(0, 0, 0);
+    DBoundingSphereCalc calc(&sphere_, kQ3ComputeBoundsExact);
+    try {
+        calc.Run(*this, view);
+    } catch (...) {
+        position_.Set(keep);
+        throw;
+    }
+    position_.Set(keep);
+}
+
+void VCModel::CenterOnBounds(DExtViewer* view) {
+    CalcBoundingBox(view);
+    CalcBoundingSphere(view);
+    const KVector3D c = {sphere_.origin.x, sphere_.origin.y, sphere_.origin.z, 0.0f};
+    toCentre_.Add(-c);
+    fromCentre_.Add(c);
+}
