@@ -137,7 +137,7 @@ void GeneralPolygonGeometry::build(Mesh& mesh, const Detail&) {
             points.push_back(x.point);
         }
     }
-    tessellateContours(b, indices, points, {});
+    tessellateContours(b, indices, points);
 }
 
 void TriGridGeometry::build(Mesh& mesh, const Detail&) {

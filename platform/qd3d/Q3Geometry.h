@@ -57,8 +57,8 @@ void holdSet(TQ3Object& slot, TQ3Object set);
 TQ3Object shareSet(TQ3Object set);
 
 // Tessellation of a general polygon through the GLU tessellator, odd winding.
+// contours hold indices of the builder's source vertices, points their places.
 void tessellateContours(MeshBuilder& builder, const std::vector<std::vector<TQ3Uns32>>& contours,
-                        const std::vector<TQ3Point3D>& points,
-                        const std::vector<LocalVertex>& sources);
+                        const std::vector<TQ3Point3D>& points);
 
 } // namespace q3

@@ -59,7 +59,6 @@ bool isSubtype(TQ3ObjectType type, TQ3ObjectType ancestor);
 // The ancestor of type that stands directly below 'parent', or 0.
 TQ3ObjectType typeBelow(TQ3ObjectType type, TQ3ObjectType parent);
 TQ3XObjectClass registerClass(ClassInfo info, TQ3ObjectType* outType);
-TQ3XMethodType metaMethodKey(TQ3XMethodType);
 
 void postError(TQ3Error error);
 // A global stamp that moves whenever any attribute set changes; caches of

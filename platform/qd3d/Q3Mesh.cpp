@@ -133,19 +133,18 @@ void MeshBuilder::addSegment(TQ3Uns32 a, TQ3Uns32 b, const SetObject* segmentSet
     if (a >= sources.size() || b >= sources.size()) return;
     LocalVertex va = sources[a], vb = sources[b];
     if (segmentSet) {
+        // the segment's attributes under each end's own
         LocalVertex seg;
         applyAttributes(segmentSet, seg);
         for (LocalVertex* v : {&va, &vb}) {
-            LocalVertex merged = seg;
-            merged.point = v->point;
-            TQ3Uns32 own = v->has;
-            LocalVertex copy = *v;
-            applyAttributes(nullptr, copy);
-            *v = merged;
-            if (own & kHasDiffuse) v->diffuse = copy.diffuse;
-            if (own & kHasTransparency) v->transparency = copy.transparency;
-            if (own & kHasNormal) v->normal = copy.normal;
-            v->has |= own;
+            const LocalVertex own = *v;
+            *v = seg;
+            v->point = own.point;
+            if (own.has & kHasDiffuse) v->diffuse = own.diffuse;
+            if (own.has & kHasTransparency) v->transparency = own.transparency;
+            if (own.has & kHasNormal) v->normal = own.normal;
+            if (own.has & kHasUV) v->uv = own.uv;
+            v->has |= own.has;
         }
     }
     TQ3Uns32 ia = mesh.addVertex(va), ib = mesh.addVertex(vb);

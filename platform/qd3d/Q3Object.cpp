@@ -264,10 +264,6 @@ bool finite(const TQ3Vector3D& v) {
     return finite(v.x) && finite(v.y) && finite(v.z);
 }
 
-TQ3XMethodType metaMethodKey(TQ3XMethodType m) {
-    return m;
-}
-
 } // namespace q3
 
 OpaqueTQ3Object::OpaqueTQ3Object(TQ3ObjectType leafType)

@@ -91,7 +91,7 @@ void onError(GLenum, void* data) {
 } // namespace
 
 void tessellateContours(MeshBuilder& builder, const std::vector<std::vector<TQ3Uns32>>& contours,
-                        const std::vector<TQ3Point3D>& points, const std::vector<LocalVertex>&) {
+                        const std::vector<TQ3Point3D>& points) {
     // The plane's normal by Newell's method over the first contour, so that
     // triangles keep the winding of the outer contour.
     double nx = 0, ny = 0, nz = 0;

@@ -344,7 +344,7 @@ void View::resolveBase(const SetObject* geometryAttributes, LocalVertex& base,
 }
 
 void View::toWorld(const LocalVertex& in, const LocalVertex& base, const TQ3Matrix4x4& normalMatrix,
-                   bool, TQ3XVertex& out) const {
+                   TQ3XVertex& out) const {
     const TQ3Matrix4x4& l = stack.back().localToWorld;
     out.point = transformPoint(in.point, l);
     out.normal =
@@ -382,7 +382,7 @@ TQ3Status View::drawMesh(TQ3Object geometry, const Mesh& mesh,
     const size_t n = mesh.vertices.size();
     scratch.resize(n);
     for (size_t i = 0; i < n; ++i)
-        toWorld(mesh.vertices[i], base, normalMatrix, false, scratch[i]);
+        toWorld(mesh.vertices[i], base, normalMatrix, scratch[i]);
     // face normals from the world positions, by the orientation style
     const size_t tris = mesh.triangles.size() / 3;
     scratchNormals.resize(tris);
@@ -455,7 +455,7 @@ TQ3Status View::drawMarker(TQ3Object geometry, const TQ3Point3D& location, TQ3In
     resolveBase(geometryAttributes, base, texture);
     in.point = location;
     TQ3XMarker marker{geometry, &s.draw, {}, xOffset, yOffset, &bitmap};
-    toWorld(in, base, s.localToWorld, false, marker.location);
+    toWorld(in, base, s.localToWorld, marker.location);
     TQ3XDrawState draw = s.draw;
     draw.localToWorld = s.localToWorld;
     marker.state = &draw;

@@ -97,7 +97,7 @@ class View : public OpaqueTQ3Object {
     void resolveBase(const SetObject* geometryAttributes, LocalVertex& base,
                      TQ3Object& texture) const;
     void toWorld(const LocalVertex& in, const LocalVertex& base, const TQ3Matrix4x4& normalMatrix,
-                 bool flipFilled, TQ3XVertex& out) const;
+                 TQ3XVertex& out) const;
     void addBoundsPoint(const TQ3Point3D& worldPoint);
 
     std::vector<ViewState> stack;
