@@ -130,6 +130,17 @@ BENCHMARK(BM_InteractiveRenderer)
     ->MeasureProcessCPUTime()
     ->UseRealTime();
 
+// The same frame with the generic renderer: the library's own traversal,
+// which runs on the caller's thread before the renderer's threads start.
+void BM_TraversalOnly(benchmark::State& state) {
+    LibraryScene scene;
+    Q3View_SetRendererByType(scene.view, kQ3RendererTypeGeneric);
+    scene.frame();
+    for (auto _ : state)
+        scene.frame();
+}
+BENCHMARK(BM_TraversalOnly)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime();
+
 #ifdef PLUMET_HAVE_OSMESA
 void BM_Llvmpipe(benchmark::State& state) {
     OSMesaPeer peer(mesh(), kWidth, kHeight);
