@@ -2,6 +2,8 @@
 
 #include "d3d/DObject.h"
 
+#include <cstring>
+
 namespace {
 
 TQ3XObjectClass gNameClass = nullptr;
@@ -125,9 +127,25 @@ TQ3XFunctionPointer TagMetaHandler(TQ3XMethodType method) {
     }
 }
 
+// Whether the class is still the library's: the end of the library drops
+// every class registered from outside.
+bool StillRegistered(TQ3XObjectClass objectClass, TQ3ElementType type, const char* name) {
+    if (!objectClass || type == 0 || Q3XObjectHierarchy_FindClassByType(type) != objectClass)
+        return false;
+    TQ3ObjectClassNameString registered{};
+    if (Q3ObjectHierarchy_GetStringFromType(type, registered) != kQ3Success) return false;
+    return std::strcmp(registered, name) == 0;
+}
+
+constexpr const char* kNameClass = "NameAttribute";
+constexpr const char* kTagClass = "TagAttribute";
+
 void RegisterOne(TQ3XObjectClass& objectClass, TQ3ElementType& type, const char* name,
                  TQ3Uns32 size, TQ3XMetaHandler handler) {
-    if (objectClass) return;
+    if (StillRegistered(objectClass, type, name)) return;
+    Q3Error_Get(nullptr);
+    objectClass = nullptr;
+    type = 0;
     TQ3ElementType registered = 0;
     TQ3XObjectClass made = Q3XElementClass_Register(&registered, name, size, handler);
     CheckObject(made);
@@ -140,8 +158,9 @@ void RegisterOne(TQ3XObjectClass& objectClass, TQ3ElementType& type, const char*
     type = fetched;
 }
 
-void UnregisterOne(TQ3XObjectClass& objectClass, TQ3ElementType& type) {
-    if (objectClass) Q3XObjectHierarchy_UnregisterClass(objectClass);
+void UnregisterOne(TQ3XObjectClass& objectClass, TQ3ElementType& type, const char* name) {
+    if (StillRegistered(objectClass, type, name)) Q3XObjectHierarchy_UnregisterClass(objectClass);
+    Q3Error_Get(nullptr);
     objectClass = nullptr;
     type = 0;
 }
@@ -149,25 +168,24 @@ void UnregisterOne(TQ3XObjectClass& objectClass, TQ3ElementType& type) {
 } // namespace
 
 void RegisterCustomElements() {
-    RegisterOne(gNameClass, gNameType, "NameAttribute", sizeof(TQ3StringObject), &NameMetaHandler);
+    RegisterOne(gNameClass, gNameType, kNameClass, sizeof(TQ3StringObject), &NameMetaHandler);
     try {
-        RegisterOne(gTagClass, gTagType, "TagAttribute", sizeof(DTagAttributeData),
-                    &TagMetaHandler);
+        RegisterOne(gTagClass, gTagType, kTagClass, sizeof(DTagAttributeData), &TagMetaHandler);
     } catch (...) {
-        UnregisterOne(gNameClass, gNameType);
+        UnregisterOne(gNameClass, gNameType, kNameClass);
         throw;
     }
 }
 
 void UnregisterCustomElements() {
-    UnregisterOne(gTagClass, gTagType);
-    UnregisterOne(gNameClass, gNameType);
+    UnregisterOne(gTagClass, gTagType, kTagClass);
+    UnregisterOne(gNameClass, gNameType, kNameClass);
 }
 
 TQ3ElementType GetNameAttributeType() {
-    return gNameType;
+    return StillRegistered(gNameClass, gNameType, kNameClass) ? gNameType : 0;
 }
 
 TQ3ElementType GetTagAttributeType() {
-    return gTagType;
+    return StillRegistered(gTagClass, gTagType, kTagClass) ? gTagType : 0;
 }

@@ -93,6 +93,10 @@ bool DGeometryObject::GetTag(TQ3Object object, std::string& text, std::int32_t& 
     return CopyString(string.get(), text);
 }
 
+void CheckVertexCount(long count) {
+    if (count < 0 || count > kMaxVertices) throw kFailPlin;
+}
+
 DReference MakeColorSet(float red, float green, float blue) {
     DReference set(Q3AttributeSet_New());
     CheckObject(set.get());

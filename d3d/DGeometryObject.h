@@ -37,6 +37,12 @@ class DGeometryObject : public DShapeObject {
     void AddElement(TQ3ElementType type, const void* data);
 };
 
+// The most vertices one geometry may have; more throws kFailPlin before any
+// memory is asked for.
+inline constexpr long kMaxVertices = 1L << 24;
+// Throws kFailPlin unless 0 <= count <= kMaxVertices.
+void CheckVertexCount(long count);
+
 // Makes a new attribute set that holds a diffuse colour.
 DReference MakeColorSet(float red, float green, float blue);
 // Makes a new attribute set that holds a normal.

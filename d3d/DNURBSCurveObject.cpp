@@ -6,6 +6,7 @@ DNURBSCurveObject::DNURBSCurveObject(int count, const TQ3RationalPoint4D* contro
     if (curveOrder <= 1 || count <= 0 || !controlPoints || !knotValues ||
         static_cast<long>(knotCount) != static_cast<long>(count) + curveOrder)
         return;
+    CheckVertexCount(count);
     points.assign(controlPoints, controlPoints + count);
     knots.reserve(static_cast<size_t>(knotCount));
     for (int i = 0; i < knotCount; ++i)

@@ -5,7 +5,8 @@
 DPolygon::DPolygon() : vertices{} {}
 
 DPolygon::DPolygon(int n, const TQ3Point3D* points, const TQ3Vector3D* normals) : vertices{} {
-    if (n < 0 || (n > 0 && !points)) CheckObject(nullptr);
+    CheckVertexCount(n);
+    if (n > 0 && !points) CheckObject(nullptr);
     std::vector<DReference> sets;
     std::vector<TQ3Vertex3D> own(static_cast<size_t>(n));
     for (int i = 0; i < n; ++i) {
@@ -81,10 +82,12 @@ DGenPolygon::DGenPolygon(int n, const TQ3Point3D* points, const TQ3Vector3D* nor
 DGenPolygon::DGenPolygon(int contourCount, const int* counts, const TQ3Point3D* const* points,
                          const TQ3Vector3D* const* normals) {
     if (contourCount <= 0 || !counts || !points) CheckObject(nullptr);
+    CheckVertexCount(contourCount);
     std::vector<DReference> sets;
     std::vector<std::vector<TQ3Vertex3D>> contours(static_cast<size_t>(contourCount));
     for (int k = 0; k < contourCount; ++k) {
-        if (counts[k] < 0 || (counts[k] > 0 && !points[k])) CheckObject(nullptr);
+        CheckVertexCount(counts[k]);
+        if (counts[k] > 0 && !points[k]) CheckObject(nullptr);
         const TQ3Vector3D* n = normals ? normals[k] : nullptr;
         for (int i = 0; i < counts[k]; ++i) {
             TQ3AttributeSet set = nullptr;
@@ -102,10 +105,12 @@ DGenPolygon::DGenPolygon(int contourCount, const int* counts, const TQ3Point3D* 
 DGenPolygon::DGenPolygon(int contourCount, const int* counts,
                          const TQ3Vertex3D* const* vertexArrays, float opacity) {
     if (contourCount <= 0 || !counts || !vertexArrays) CheckObject(nullptr);
+    CheckVertexCount(contourCount);
     DTransparencySets transparency(opacity);
     std::vector<std::vector<TQ3Vertex3D>> contours(static_cast<size_t>(contourCount));
     for (int k = 0; k < contourCount; ++k) {
-        if (counts[k] < 0 || (counts[k] > 0 && !vertexArrays[k])) CheckObject(nullptr);
+        CheckVertexCount(counts[k]);
+        if (counts[k] > 0 && !vertexArrays[k]) CheckObject(nullptr);
         for (int i = 0; i < counts[k]; ++i) {
             TQ3Vertex3D v = vertexArrays[k][i];
             v.attributeSet = transparency.ForVertex(v.attributeSet);

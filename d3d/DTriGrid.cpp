@@ -8,6 +8,7 @@ namespace {
 
 void CheckGrid(int columns, int rows, const void* data) {
     if (columns < 2 || rows < 2 || !data) CheckObject(nullptr);
+    CheckVertexCount(static_cast<long>(columns) * rows);
 }
 
 } // namespace

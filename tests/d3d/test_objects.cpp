@@ -16,6 +16,9 @@ TEST_F(Objects, LibraryFailuresBecomeTheirCodes) {
     // A library refusal inside a wrapper comes out as lF3q and nothing else:
     // the library does not know attribute type 999.
     DAttributeSet set;
+    TQ3ColorRGB color{};
+    // An absent attribute is no failure.
+    EXPECT_FALSE(set.Get(kQ3AttributeTypeDiffuseColor, &color));
     int value = 1;
     EXPECT_EQ(ThrownCode([&] { set.Add(999, &value); }), kFailLF3q);
     EXPECT_EQ(ThrownCode([&] { set.Clear(kQ3AttributeTypeDiffuseColor); }), kFailLF3q);
@@ -40,20 +43,6 @@ TEST_F(Objects, WrapperHoldsExactlyItsOwnReference) {
     ASSERT_EQ(members.size(), 1u);
     EXPECT_EQ(Q3Shared_GetReferenceCount(members[0]), 2u);
     DisposeAll(members);
-}
-
-TEST_F(Objects, AttributeSetAddGetClearEmpty) {
-    DAttributeSet set;
-    TQ3ColorRGB color{0.25f, 0.5f, 0.75f}, out{};
-    EXPECT_FALSE(set.Get(kQ3AttributeTypeDiffuseColor, &out));
-    set.Add(kQ3AttributeTypeDiffuseColor, &color);
-    ASSERT_TRUE(set.Get(kQ3AttributeTypeDiffuseColor, &out));
-    EXPECT_FLOAT_EQ(out.g, 0.5f);
-    set.Clear(kQ3AttributeTypeDiffuseColor);
-    EXPECT_FALSE(set.Get(kQ3AttributeTypeDiffuseColor, &out));
-    set.Add(kQ3AttributeTypeTransparencyColor, &color);
-    set.Empty();
-    EXPECT_FALSE(set.Get(kQ3AttributeTypeTransparencyColor, &out));
 }
 
 TEST_F(Objects, NameOnGeometryWithoutSetMakesOne) {
@@ -159,6 +148,26 @@ TEST_F(Objects, ElementsRegisterOnceAndUnregister) {
     EXPECT_FALSE(Q3ObjectHierarchy_IsNameRegistered("NameAttribute"));
     EXPECT_EQ(GetNameAttributeType(), 0);
     RegisterCustomElements();
+}
+
+TEST(ObjectsAcrossStarts, ElementsComeBackAfterTheLibraryRestarts) {
+    // The end of the library drops the registered classes; the next start
+    // registers them again rather than trusting what it had.
+    Q3Initialize();
+    RegisterCustomElements();
+    Q3Exit();
+    EXPECT_EQ(GetNameAttributeType(), 0);
+    Q3Initialize();
+    RegisterCustomElements();
+    EXPECT_NE(GetNameAttributeType(), 0);
+    {
+        DLineObject line({0, 0, 0}, {1, 0, 0}, -1, 0, 0);
+        line.SetName("again");
+        std::string text;
+        EXPECT_TRUE(DGeometryObject::GetName(line.object, text));
+    }
+    UnregisterCustomElements();
+    Q3Exit();
 }
 
 TEST_F(Objects, HierarchyNamesAndSubclasses) {

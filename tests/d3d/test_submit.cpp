@@ -25,8 +25,10 @@ TQ3ViewStatus TwiceEnd(void* instance, TQ3ViewObject) {
 }
 
 TQ3ObjectType TwiceRenderer() {
-    static TQ3ObjectType type = 0;
-    if (type == 0) {
+    // The class goes with each end of the library, so it is looked up anew.
+    TQ3ObjectType type = 0;
+    if (Q3ObjectHierarchy_GetTypeFromString("TwicePassRenderer", &type) != kQ3Success) {
+        Q3Error_Get(nullptr);
         TQ3XRendererMethods methods{};
         methods.newInstance = [] { return static_cast<void*>(new TwicePass); };
         methods.deleteInstance = [](void* p) { delete static_cast<TwicePass*>(p); };

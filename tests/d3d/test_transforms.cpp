@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <random>
+#include <utility>
 
 using Transforms = D3DTest;
 
@@ -100,15 +101,6 @@ TEST_F(Transforms, AnglesOfGarbageAreZeroNotNaN) {
     EXPECT_FALSE(std::isnan(b.x) || std::isnan(b.y) || std::isnan(b.z));
 }
 
-TEST_F(Transforms, SetRotationStoresAnglesAndMatrix) {
-    DMatrixTransform transform;
-    transform.SetRotation(0.1f, 0.2f, 0.3f);
-    EXPECT_FLOAT_EQ(transform.rotation.y, 0.2f);
-    TQ3Matrix4x4 held;
-    transform.GetMatrix(held);
-    ExpectMatrixNear(held, MatrixFromRotation(0.1f, 0.2f, 0.3f), 1e-6f);
-}
-
 TEST_F(Transforms, QuaternionRotateAboutFollowsWhatIsStored) {
     DQuaternionTransform q(0, kPi / 2); // a quarter about x
     q.RotateAbout({0, 0, 1}, kPi / 2);  // then a quarter about z
@@ -131,38 +123,29 @@ TEST_F(Transforms, QuaternionRotateAboutFollowsWhatIsStored) {
     EXPECT_NEAR(angles.z, 0.6f, 1e-4f);
 }
 
-TEST_F(Transforms, TranslateScaleAndRotations) {
-    DTranslateTransform move(1, 2, 3);
-    move.Add({1, 1, 1});
-    float y = 0;
-    move.Get(nullptr, &y, nullptr);
-    EXPECT_EQ(y, 3.0f);
-
-    DScaleTransform scale;
-    scale.MultiplyBy({2, 3, 4});
-    scale.MultiplyBy({2, 1, 0.5f});
-    KVector3D s;
-    scale.Get(s);
-    EXPECT_EQ(s.x, 4.0f);
-    EXPECT_EQ(s.z, 2.0f);
-
-    DRotateTransform byLetter('W', 0.5f), byNumber(3, 0.5f);
+TEST_F(Transforms, AxisLettersAndNumbers) {
+    // "w" and 3 stand for z; x and y in either case.
+    for (auto [letter, axis] :
+         {std::pair{'W', kQ3AxisZ}, {'w', kQ3AxisZ}, {'Y', kQ3AxisY}, {'x', kQ3AxisX}}) {
+        DRotateTransform byLetter(letter, 0.5f);
+        TQ3RotateTransformData data{};
+        Q3RotateTransform_GetData(byLetter.object, &data);
+        EXPECT_EQ(data.axis, axis) << letter;
+    }
+    DRotateTransform byNumber(3, 0.5f);
     TQ3RotateTransformData data{};
-    Q3RotateTransform_GetData(byLetter.object, &data);
-    EXPECT_EQ(data.axis, kQ3AxisZ);
     Q3RotateTransform_GetData(byNumber.object, &data);
     EXPECT_EQ(data.axis, kQ3AxisZ);
-    DRotateTransform y1('Y', 0.5f);
-    Q3RotateTransform_GetData(y1.object, &data);
-    EXPECT_EQ(data.axis, kQ3AxisY);
 
+    // The rotation about a point and the one about an axis each reach their
+    // own kind of library object.
     DRotateAboutTransform aboutPoint('x', 0.5f), aboutAxis(KVector3D{0, 1, 0}, 0.25f);
     aboutPoint.SetAngle(1.5f);
     aboutAxis.SetAngle(0.75f);
     EXPECT_FLOAT_EQ(aboutPoint.GetAngle(), 1.5f);
     EXPECT_FLOAT_EQ(aboutAxis.GetAngle(), 0.75f);
-    aboutPoint.SetOrigin(1, 2, 3);
-    TQ3Point3D about{};
-    Q3RotateAboutPointTransform_GetAboutPoint(aboutPoint.object, &about);
-    EXPECT_EQ(about.z, 3.0f);
+    aboutAxis.SetOrigin(1, 2, 3);
+    TQ3Point3D origin{};
+    Q3RotateAboutAxisTransform_GetOrigin(aboutAxis.object, &origin);
+    EXPECT_EQ(origin.z, 3.0f);
 }
