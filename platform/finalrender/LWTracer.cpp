@@ -34,7 +34,8 @@ Premultiplied unpack(std::uint32_t p) {
 
 std::uint32_t pack(const Premultiplied& c) {
     auto q = [](float v) {
-        return static_cast<std::uint32_t>(std::clamp(v, 0.0f, 1.0f) * 255.0f + 0.5f);
+        if (!(v > 0)) return 0u; // NaN too
+        return static_cast<std::uint32_t>(std::min(v, 1.0f) * 255.0f + 0.5f);
     };
     const std::uint32_t a = q(c.a);
     // premultiplied colour never exceeds its alpha, rounding included
@@ -108,12 +109,12 @@ class Picture {
         std::vector<ShadeCounters> counters(workers);
         std::vector<std::uint64_t> primary(workers, 0);
         auto work = [&](unsigned w) {
-            Batch batch;
+            RunBuffers buffers;
             for (long t = next++; t < tiles; t = next++) {
                 const long tx = x0 + (t % tilesX) * kTileWidth,
                            ty = y0 + (t / tilesX) * kTileHeight;
                 for (long y = ty; y < std::min(ty + kTileHeight, y1); ++y)
-                    run(y, tx, std::min(tx + kTileWidth, x1), batch, counters[w], primary[w]);
+                    run(y, tx, std::min(tx + kTileWidth, x1), buffers, counters[w], primary[w]);
             }
         };
         std::vector<std::thread> threads;
@@ -146,7 +147,7 @@ class Picture {
     }
 
     // The samples of one run of pixels in a row, traced together.
-    struct Batch {
+    struct RunBuffers {
         std::vector<Ray> rays;
         std::vector<RTCRayHit> hits;
         std::vector<long> pixel; // of each ray, from the run's start
@@ -155,7 +156,7 @@ class Picture {
         std::vector<RTCRay> shadow;
         std::vector<std::uint32_t> shadowOf; // surface * lights + light
         std::vector<float> reach, passed;
-        std::vector<Premultiplied> sums;
+        std::vector<Premultiplied> sums, background;
     };
 
     // Follows one ray on past its first surface, whose colour is already in
@@ -186,7 +187,7 @@ class Picture {
         return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, 1.0f};
     }
 
-    void run(long y, long xa, long xb, Batch& w, ShadeCounters& counters,
+    void run(long y, long xa, long xb, RunBuffers& w, ShadeCounters& counters,
              std::uint64_t& primary) const {
         const unsigned n = std::clamp(options.samplesPerSide, 1u, 8u);
         const long count = xb - xa;
@@ -194,7 +195,8 @@ class Picture {
         w.hits.clear();
         w.pixel.clear();
         w.sums.assign(static_cast<std::size_t>(count), Premultiplied{0, 0, 0, 0});
-        std::vector<Premultiplied> bg(static_cast<std::size_t>(count));
+        std::vector<Premultiplied>& bg = w.background;
+        bg.resize(static_cast<std::size_t>(count));
         for (long i = 0; i < count; ++i) {
             const std::uint32_t old = *at(xa + i, y);
             bg[i] = unpack(clearIt ? clearWord : (writeAlpha ? old : old | 0xFF000000u));
