@@ -4,7 +4,19 @@ DPolyLine::DPolyLine(int plannedCount) : planned(plannedCount), vertices{} {}
 
 void DPolyLine::AddPoint(const TQ3Point3D& point, TQ3AttributeSet attributes) {
     if (count >= kCapacity) throw kFailPlin;
-    vertices[count++] = {point, attributes};
+    TQ3AttributeSet own = nullptr;
+    if (attributes) {
+        own = Q3Shared_GetReference(attributes);
+        CheckObject(own);
+    }
+    sets[count].reset(own);
+    vertices[count++] = {point, own};
+}
+
+void DPolyLine::Clear() {
+    for (int i = 0; i < count; ++i)
+        sets[i].reset();
+    count = 0;
 }
 
 TQ3PolyLineData DPolyLine::Data() {

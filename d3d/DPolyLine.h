@@ -11,8 +11,8 @@ class DPolyLine : public DGeometryObject {
     // kCapacity points whatever it says.
     explicit DPolyLine(int planned = 0);
 
-    // Appends a point with an attribute set (may be null; the library takes
-    // a reference of its own when the polyline is made). Throws kFailPlin
+    // Appends a point with an attribute set (may be null), of which the
+    // polyline keeps a reference of its own until Clear. Throws kFailPlin
     // when the array is full.
     void AddPoint(const TQ3Point3D& point, TQ3AttributeSet attributes = nullptr);
     // Makes the library polyline, repeating the first point at the end when
@@ -23,7 +23,7 @@ class DPolyLine : public DGeometryObject {
     // Points outside the count read as the origin and are not written.
     TQ3Point3D GetPoint(int i) const;
     void SetPoint(int i, const TQ3Point3D& point);
-    void Clear() { count = 0; }
+    void Clear();
     int GetCount() const { return count; }
 
   private:
@@ -32,4 +32,5 @@ class DPolyLine : public DGeometryObject {
     int planned;
     int count = 0;
     TQ3Vertex3D vertices[kCapacity];
+    DReference sets[kCapacity];
 };

@@ -1,5 +1,6 @@
 // Geometry, group, light, style and transform wrappers: what each passes to
 // the library, and that a throw on the way leaves nothing behind.
+#include "d3d/DAttributeSet.h"
 #include "d3d/DGeometryObject.h"
 #include "d3d/DGridObject.h"
 #include "d3d/DGroupObject.h"
@@ -129,6 +130,25 @@ TEST_F(Wrappers, PolyLineFinishClosesAndCommits) {
     EXPECT_EQ(p.x, 7.0f);
     EXPECT_EQ(line.GetCount(), 5);
     EXPECT_EQ(line.GetPoint(99).x, 0.0f);
+
+    // A point's set outlives the caller's wrapper until the line is made.
+    DPolyLine coloured;
+    {
+        DAttributeSet set;
+        TQ3ColorRGB green{0, 1, 0};
+        set.Add(kQ3AttributeTypeDiffuseColor, &green);
+        coloured.AddPoint({0, 0, 0}, set.object);
+        coloured.AddPoint({1, 0, 0}, set.object);
+    }
+    coloured.Finish(false);
+    ASSERT_EQ(Q3PolyLine_GetData(coloured.object, &data), kQ3Success);
+    TQ3ColorRGB c{};
+    EXPECT_EQ(Q3AttributeSet_Get(data.vertices[1].attributeSet, kQ3AttributeTypeDiffuseColor, &c),
+              kQ3Success);
+    EXPECT_EQ(c.g, 1.0f);
+    Q3PolyLine_EmptyData(&data);
+    coloured.Clear();
+    EXPECT_EQ(coloured.GetCount(), 0);
 
     DPolyLine full;
     for (int i = 0; i < DPolyLine::kCapacity; ++i)
