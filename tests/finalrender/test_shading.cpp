@@ -199,3 +199,46 @@ TEST(FinalShading, AntiAliasedEdgesGiveIntermediateAlpha) {
     }
     Q3Object_Dispose(tri);
 }
+
+// Normals given at the corners are interpolated across the triangle and
+// made unit length at each pixel; with flat interpolation the face normal
+// lights the whole triangle.
+TEST(FinalShading, VertexNormalsAreInterpolated) {
+    const float s = 0.70710678f;
+    const TQ3Point3D p[3] = {{-1, -1, 0}, {1, -1, 0}, {0, 1, 0}};
+    const TQ3Vector3D n[3] = {{-s, 0, s}, {s, 0, s}, {0, 0, 1}};
+    TQ3TriangleData d{};
+    for (int i = 0; i < 3; ++i) {
+        d.vertices[i].point = p[i];
+        d.vertices[i].attributeSet = Q3AttributeSet_New();
+        Q3AttributeSet_Add(d.vertices[i].attributeSet, kQ3AttributeTypeNormal, &n[i]);
+    }
+    TQ3GeometryObject tri = Q3Triangle_New(&d);
+    for (TQ3Vertex3D& v : d.vertices)
+        Q3Object_Dispose(v.attributeSet);
+    TQ3ShaderObject lambert = Q3LambertIllumination_New();
+    for (bool flat : {false, true}) {
+        TestView v(64, 64, 5.0f, true);
+        TQ3RendererObject r = useFinalRenderer(v);
+        v.addLight(q3test::directional(0, 0, -1, 1.0f)); // from the camera
+        TQ3StyleObject style = Q3InterpolationStyle_New(flat ? kQ3InterpolationStyleNone
+                                                             : kQ3InterpolationStyleVertex);
+        v.render([&](TQ3ViewObject view) { submitAll(view, {lambert, style, tri}); });
+        if (!flat) v.save("final_vertex_normals");
+        for (auto [x, y] : {std::pair{-0.5f, -0.6f}, {0.4f, -0.8f}, {0.0f, 0.3f}}) {
+            const int px = pixelX(v, x), py = pixelY(v, y);
+            const float wx = (px + 0.5f) / v.width * 2 - 1, wy = 1 - (py + 0.5f) / v.height * 2;
+            const float w2 = (wy + 1) / 2, w1 = (1 - w2 + wx) / 2, w0 = 1 - w1 - w2;
+            float N[3] = {w0 * n[0].x + w1 * n[1].x + w2 * n[2].x, 0,
+                          w0 * n[0].z + w1 * n[1].z + w2 * n[2].z};
+            const float nz = N[2] / std::sqrt(N[0] * N[0] + N[2] * N[2]);
+            SCOPED_TRACE(testing::Message()
+                         << (flat ? "flat" : "smooth") << " at " << x << ", " << y);
+            EXPECT_NEAR(v.at(px, py).r, flat ? 255 : to8(nz), 2);
+        }
+        Q3Object_Dispose(style);
+        Q3Object_Dispose(r);
+    }
+    Q3Object_Dispose(lambert);
+    Q3Object_Dispose(tri);
+}
