@@ -2,6 +2,7 @@
 
 #include "d3d/DCustomElements.h"
 #include "d3d/DObject.h"
+#include "d3d/DWidgetFactory.h"
 #include "platform/finalrender/LightWorksSL.h"
 
 K3DSystem::~K3DSystem() = default;
@@ -25,6 +26,8 @@ VC3DSystem::VC3DSystem() {
 
 VC3DSystem::~VC3DSystem() {
     viewMatrix_.reset();
+    // The widgets made for the run hold library objects; they go first.
+    TheWidgetFactory().Clear();
     if (elementsRegistered_) UnregisterCustomElements();
     if (initialized_) Q3Exit();
 }
