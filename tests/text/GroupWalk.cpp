@@ -9,14 +9,8 @@ namespace textgeom {
 namespace {
 
 TQ3Matrix4x4 Multiply(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b) {
-    TQ3Matrix4x4 r{};
-    for (int i = 0; i < 4; ++i)
-        for (int j = 0; j < 4; ++j) {
-            float s = 0;
-            for (int k = 0; k < 4; ++k)
-                s += a.value[i][k] * b.value[k][j];
-            r.value[i][j] = s;
-        }
+    TQ3Matrix4x4 r;
+    Q3Matrix4x4_Multiply(&a, &b, &r);
     return r;
 }
 
@@ -33,10 +27,7 @@ bool Has(TQ3AttributeSet set, TQ3AttributeType type) {
 WalkedVertex ReadVertex(const TQ3Vertex3D& v, const TQ3Matrix4x4& m) {
     WalkedVertex out;
     out.point = Apply(m, v.point);
-    if (Has(v.attributeSet, kQ3AttributeTypeSurfaceUV)) {
-        out.hasUV = true;
-        Q3AttributeSet_Get(v.attributeSet, kQ3AttributeTypeSurfaceUV, &out.uv);
-    }
+    out.hasUV = Has(v.attributeSet, kQ3AttributeTypeSurfaceUV);
     if (Has(v.attributeSet, kQ3AttributeTypeNormal)) {
         out.hasNormal = true;
         Q3AttributeSet_Get(v.attributeSet, kQ3AttributeTypeNormal, &out.normal);
@@ -60,7 +51,6 @@ void WalkInto(TQ3GroupObject group, State state, Walked& out) {
             Q3Transform_GetMatrix(member, &t);
             state.matrix = Multiply(t, state.matrix);
         } else if (Q3Object_IsType(member, kQ3SetTypeAttribute) == kQ3True) {
-            if (Has(member, kQ3AttributeTypeTransparencyColor)) ++out.transparentSets;
             if (Has(member, kQ3AttributeTypeDiffuseColor)) {
                 state.coloured = true;
                 Q3AttributeSet_Get(member, kQ3AttributeTypeDiffuseColor, &state.colour);
@@ -106,11 +96,10 @@ void WalkInto(TQ3GroupObject group, State state, Walked& out) {
         } else if (Q3Object_IsType(member, kQ3GeometryTypePolyLine) == kQ3True) {
             TQ3PolyLineData d{};
             Q3PolyLine_GetData(member, &d);
-            WalkedLine l;
+            out.lines.emplace_back();
             for (TQ3Uns32 i = 0; i < d.numVertices; ++i)
-                l.points.push_back(Apply(state.matrix, d.vertices[i].point));
+                out.lines.back().push_back(Apply(state.matrix, d.vertices[i].point));
             Q3PolyLine_EmptyData(&d);
-            out.lines.push_back(std::move(l));
         }
         Q3Object_Dispose(member);
     }
@@ -174,6 +163,13 @@ TQ3Matrix4x4 HeadMatrix(TQ3GroupObject group) {
     return m;
 }
 
+namespace {
+
+struct Triangle {
+    TQ3Point3D a, b, c;
+};
+
+// The cells of a grid as the library splits them.
 std::vector<Triangle> GridTriangles(const WalkedGrid& grid) {
     std::vector<Triangle> out;
     auto at = [&](std::uint32_t r, std::uint32_t c) {
@@ -191,6 +187,8 @@ std::vector<Triangle> GridTriangles(const WalkedGrid& grid) {
         }
     return out;
 }
+
+} // namespace
 
 double SignedVolume(const Walked& walked) {
     double sum = 0;

@@ -55,31 +55,25 @@ Counts Render(int pathIndex, bool outline, const char* name, float turnY, float 
 
 } // namespace
 
-TEST_F(TextGeomTest, PictureAlongTheLine) {
-    const Counts c = Render(1, false, "textgeom_line", 0.5f, 0.3f, 7);
-    EXPECT_GT(c.drawn, 640 * 360 / 20);
-    EXPECT_GT(c.faces, c.drawn / 4);
-    // Sides that faced inward would be culled where they face the camera.
-    EXPECT_GT(c.sides, c.drawn / 20);
-}
-
-TEST_F(TextGeomTest, PictureRoundTheEllipse) {
-    const Counts c = Render(2, false, "textgeom_ellipse", 0.0f, 0.5f, 7);
-    EXPECT_GT(c.drawn, 640 * 360 / 40);
-    EXPECT_GT(c.faces, c.drawn / 5);
-    EXPECT_GT(c.sides, c.drawn / 20);
-}
-
-TEST_F(TextGeomTest, PictureUpTheHelix) {
-    const Counts c = Render(6, false, "textgeom_helix", -1.2f, 0.2f, 8);
-    EXPECT_GT(c.drawn, 640 * 360 / 50);
-    EXPECT_GT(c.sides, 0);
-}
-
-TEST_F(TextGeomTest, PictureOfHollowLetters) {
+TEST_F(TextGeomTest, PicturesAlongALineAnEllipseAndAHelix) {
+    struct Shot {
+        int path;
+        const char* name;
+        float turnY, turnX, distance;
+    };
+    for (const Shot& shot :
+         {Shot{1, "textgeom_line", 0.5f, 0.3f, 7}, Shot{2, "textgeom_ellipse", 0.0f, 0.5f, 7},
+          Shot{6, "textgeom_helix", -1.2f, 0.2f, 8}}) {
+        SCOPED_TRACE(shot.name);
+        const Counts c = Render(shot.path, false, shot.name, shot.turnY, shot.turnX, shot.distance);
+        EXPECT_GT(c.drawn, 640 * 360 / 40);
+        EXPECT_GT(c.faces, c.drawn / 5);
+        // Sides that faced inward would be culled where they face the camera.
+        EXPECT_GT(c.sides, c.drawn / 20);
+    }
+    // Hollow letters are wires in the face colour; no side is filled.
     const Counts c = Render(3, true, "textgeom_wave_hollow", 0.4f, 0.3f, 8);
     EXPECT_GT(c.drawn, 500);
-    // Wires take the face colour; no side is filled.
     EXPECT_EQ(c.sides, 0);
     EXPECT_LT(c.drawn, 640 * 360 / 4);
 }
