@@ -94,9 +94,18 @@ void CompositeToHost(const HostBinding& b, const WGWorld& world, bool useProtect
     for (int y = 0; y < height; ++y) {
         const uint8_t* in = static_cast<const uint8_t*>(b.inData) + std::size_t(y) * b.inRowBytes;
         uint8_t* out = static_cast<uint8_t*>(b.outData) + std::size_t(y) * b.outRowBytes;
+        const auto* row = reinterpret_cast<const uint32_t*>(world.Row(y));
         for (int x = 0; x < width; ++x, in += b.inPlanes, out += b.outPlanes) {
-            const uint32_t px = world.Pixel32(x, y);
+            const uint32_t px = row[x];
             const auto a = static_cast<uint8_t>(px >> 24);
+            if (a == 0) {
+                // Most of a frame is empty: the image shows through as it is.
+                out[0] = in[0];
+                out[1] = in[1];
+                out[2] = in[2];
+                if (alphaOut) out[b.alphaPlane] = in[b.alphaPlane];
+                continue;
+            }
             uint8_t s[3] = {static_cast<uint8_t>(px >> 16), static_cast<uint8_t>(px >> 8),
                             static_cast<uint8_t>(px)};
             LimitToAlpha(a, &s[0], &s[1], &s[2]);

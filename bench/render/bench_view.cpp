@@ -1,0 +1,77 @@
+// The view as the filter drives it: one interactive frame of the default
+// text composited over a host image, and the final render of the default
+// scene, with the default camera.
+#include "host/ModuleState.h"
+#include "scene/K3DSystem.h"
+#include "ui/VZarbesoDocument.h"
+
+#include <benchmark/benchmark.h>
+#include <vector>
+
+namespace {
+struct HostImage {
+    HostImage(int w, int h) : width(w), height(h), in(std::size_t(w) * h * 3), out(in.size()) {
+        for (std::size_t i = 0; i < in.size(); ++i)
+            in[i] = static_cast<uint8_t>(i * 13);
+    }
+    int width, height;
+    std::vector<uint8_t> in, out;
+};
+
+void InteractiveFrameWithComposite(benchmark::State& state) {
+    VC3DSystem system;
+    VZarbesoDocument document;
+    document.ApplyDefaults();
+    VZarbesoView& view = *document.GetView();
+    HostImage image(1024, 768);
+    view.Resize(1024, 768, 515, 324, false);
+    view.SetHostImage(image.in.data(), 1024 * 3, image.out.data(), 1024 * 3, 1024, 768, 3, -1, 0,
+                      plugInModeRGBColor);
+    view.SetOffscreen(true);
+    for (auto _ : state) {
+        view.PrepareBack();
+        view.K3DView::Render();
+        view.CompositeToHost(false);
+        benchmark::DoNotOptimize(image.out.data());
+    }
+}
+BENCHMARK(InteractiveFrameWithComposite)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void CompositeOnly(benchmark::State& state) {
+    VC3DSystem system;
+    VZarbesoDocument document;
+    document.ApplyDefaults();
+    VZarbesoView& view = *document.GetView();
+    HostImage image(1024, 768);
+    view.Resize(1024, 768, 515, 324, false);
+    view.SetHostImage(image.in.data(), 1024 * 3, image.out.data(), 1024 * 3, 1024, 768, 3, -1, 0,
+                      plugInModeRGBColor);
+    view.SetOffscreen(true);
+    view.K3DView::Render();
+    for (auto _ : state)
+        view.CompositeToHost(false);
+}
+BENCHMARK(CompositeOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void FinalRenderOfTheDefaultScene(benchmark::State& state) {
+    VC3DSystem system;
+    VZarbesoDocument document;
+    document.ApplyDefaults();
+    VZarbesoView& view = *document.GetView();
+    const int w = static_cast<int>(state.range(0)), h = static_cast<int>(state.range(1));
+    HostImage image(w, h);
+    view.Resize(w, h, 515, 324, false);
+    view.SetHostImage(image.in.data(), w * 3, image.out.data(), w * 3, static_cast<int16>(w),
+                      static_cast<int16>(h), 3, -1, 0, plugInModeRGBColor);
+    view.SetOffscreen(true);
+    for (auto _ : state)
+        document.RenderScene(false);
+}
+BENCHMARK(FinalRenderOfTheDefaultScene)
+    ->Args({3000, 2000})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Iterations(2);
+} // namespace
+
+BENCHMARK_MAIN();
