@@ -2,6 +2,7 @@
 
 #include "d3d/DViewerObject.h"
 #include "foundation/Messages.h"
+#include "scene/K3DObject.h"
 #include "scene/K3DViewMatrix.h"
 
 KAdorner::KAdorner() : WAttachment(kMsgAnyMessage, true) {}
@@ -18,13 +19,6 @@ void KAdorner::RunSelf(std::int32_t message, void* parameter) {
     }
 }
 
-TQ3Matrix4x4 KMatrixAdorner::Identity() {
-    TQ3Matrix4x4 m{};
-    for (int i = 0; i < 4; ++i)
-        m.value[i][i] = 1;
-    return m;
-}
-
 void KMatrixAdorner::Submit(const DViewerObject& viewer) {
     Q3MatrixTransform_Submit(&held, viewer.object);
 }
@@ -38,7 +32,7 @@ void KMatrixAdorner::Apply(const void* value) {
 }
 
 void KMatrixAdorner::Reset() {
-    held = Identity();
+    held = IdentityMatrix();
 }
 
 void KScaleAdorner::Submit(const DViewerObject& viewer) {

@@ -5,6 +5,7 @@
 #include "curves/KVector3D.h"
 #include "foundation/WAttachment.h"
 #include "platform/qd3d/QD3D.h"
+#include "scene/K3DObject.h"
 
 class DViewerObject;
 
@@ -32,10 +33,7 @@ class KMatrixAdorner : public KAdorner {
     void Apply(const void* value) override;
     void Set(const TQ3Matrix4x4& m) override { held = m; }
     void Reset() override;
-    TQ3Matrix4x4 held = Identity();
-
-  private:
-    static TQ3Matrix4x4 Identity();
+    TQ3Matrix4x4 held = IdentityMatrix();
 };
 
 class KOrbitAdorner : public KMatrixAdorner {};

@@ -1,20 +1,9 @@
 #include "scene/VCModel.h"
 
 #include "d3d/DSubmitLoop.h"
+#include "scene/K3DViewMatrix.h"
 
 namespace {
-TQ3Matrix4x4 Multiply(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b) {
-    TQ3Matrix4x4 r{};
-    for (int i = 0; i < 4; ++i)
-        for (int j = 0; j < 4; ++j) {
-            float s = 0;
-            for (int k = 0; k < 4; ++k)
-                s += a.value[i][k] * b.value[k][j];
-            r.value[i][j] = s;
-        }
-    return r;
-}
-
 TQ3Matrix4x4 Matrix(const DTransformObject& t) {
     TQ3Matrix4x4 m;
     t.GetMatrix(m);
@@ -52,10 +41,10 @@ void VCModel::GetScaleMatrix(TQ3Matrix4x4& out) const {
 
 void VCModel::GetLocalToWorld(TQ3Matrix4x4& out, int mode) const {
     TQ3Matrix4x4 m = Matrix(toCentre_);
-    if (mode != 1) m = Multiply(m, Matrix(scale_));
-    m = Multiply(m, rotation_.matrix);
-    m = Multiply(m, Matrix(position_));
-    out = Multiply(m, Matrix(fromCentre_));
+    if (mode != 1) m = MultiplyMatrices(m, Matrix(scale_));
+    m = MultiplyMatrices(m, rotation_.matrix);
+    m = MultiplyMatrices(m, Matrix(position_));
+    out = MultiplyMatrices(m, Matrix(fromCentre_));
 }
 
 void VCModel::SetScale(const KVector3D& scale) {

@@ -18,16 +18,23 @@ struct HostImage {
     std::vector<uint8_t> in, out;
 };
 
+// The default document's view bound to `image` at its size, drawing offscreen.
+VZarbesoView& Bind(VZarbesoDocument& document, HostImage& image) {
+    document.ApplyDefaults();
+    VZarbesoView& view = *document.GetView();
+    view.Resize(image.width, image.height, 515, 324, false);
+    view.SetHostImage(image.in.data(), image.width * 3, image.out.data(), image.width * 3,
+                      static_cast<int16>(image.width), static_cast<int16>(image.height), 3, -1, 0,
+                      plugInModeRGBColor);
+    view.SetOffscreen(true);
+    return view;
+}
+
 void InteractiveFrameWithComposite(benchmark::State& state) {
     VC3DSystem system;
     VZarbesoDocument document;
-    document.ApplyDefaults();
-    VZarbesoView& view = *document.GetView();
     HostImage image(1024, 768);
-    view.Resize(1024, 768, 515, 324, false);
-    view.SetHostImage(image.in.data(), 1024 * 3, image.out.data(), 1024 * 3, 1024, 768, 3, -1, 0,
-                      plugInModeRGBColor);
-    view.SetOffscreen(true);
+    VZarbesoView& view = Bind(document, image);
     for (auto _ : state) {
         view.PrepareBack();
         view.K3DView::Render();
@@ -40,13 +47,8 @@ BENCHMARK(InteractiveFrameWithComposite)->Unit(benchmark::kMillisecond)->UseReal
 void CompositeOnly(benchmark::State& state) {
     VC3DSystem system;
     VZarbesoDocument document;
-    document.ApplyDefaults();
-    VZarbesoView& view = *document.GetView();
     HostImage image(1024, 768);
-    view.Resize(1024, 768, 515, 324, false);
-    view.SetHostImage(image.in.data(), 1024 * 3, image.out.data(), 1024 * 3, 1024, 768, 3, -1, 0,
-                      plugInModeRGBColor);
-    view.SetOffscreen(true);
+    VZarbesoView& view = Bind(document, image);
     view.K3DView::Render();
     for (auto _ : state)
         view.CompositeToHost(false);
@@ -56,14 +58,8 @@ BENCHMARK(CompositeOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
 void FinalRenderOfTheDefaultScene(benchmark::State& state) {
     VC3DSystem system;
     VZarbesoDocument document;
-    document.ApplyDefaults();
-    VZarbesoView& view = *document.GetView();
-    const int w = static_cast<int>(state.range(0)), h = static_cast<int>(state.range(1));
-    HostImage image(w, h);
-    view.Resize(w, h, 515, 324, false);
-    view.SetHostImage(image.in.data(), w * 3, image.out.data(), w * 3, static_cast<int16>(w),
-                      static_cast<int16>(h), 3, -1, 0, plugInModeRGBColor);
-    view.SetOffscreen(true);
+    HostImage image(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    Bind(document, image);
     for (auto _ : state)
         document.RenderScene(false);
 }
