@@ -9,6 +9,7 @@
 #include "ui/VZarbesoDocument.h"
 
 #include <QImage>
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -148,4 +149,29 @@ TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels
     ASSERT_GT(either, 500);
     EXPECT_GT(double(both) / either, 0.9) << "the two renderers cover the same letters";
     EXPECT_GT(partial, either / 2) << "see-through letters leave a partial alpha";
+}
+
+TEST(Document, OkAfterAFullSizePreviewDoesNotRenderAgain) {
+    FakeHost host(160, 100, 3, plugInModeRGBColor, filterCaseFlatImageNoSelection);
+    Paint(host);
+    SetNoWindowRunner([] { return true; });
+    for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart})
+        ASSERT_EQ(Call(s, &host.record), 0);
+    VC3DSystem system;
+    for (int16 scale : {int16(1), int16(2)}) {
+        gPluginParameters->previewScale = scale;
+        VZarbesoDocument document;
+        document.ApplyDefaults();
+        document.BindImage(false);
+        document.RenderScene(true); // Preview
+        ASSERT_TRUE(document.GetView()->IsRenderShowing());
+        // This host hands out fresh buffers, so only a new render can change them.
+        ASSERT_TRUE(document.RenderFinal());
+        const std::vector<bool> covered = Covered(host, 3);
+        const auto changed = std::count(covered.begin(), covered.end(), true);
+        if (scale == 1)
+            EXPECT_EQ(changed, 0) << "the preview already was the result";
+        else
+            EXPECT_GT(changed, 100) << "a reduced preview is rendered again at full size";
+    }
 }
