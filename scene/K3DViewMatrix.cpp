@@ -115,10 +115,11 @@ void K3DViewMatrix::IntersectSphere(std::int32_t point, const KVector3D& centre,
         b = 2 * v.Dot(d);
     }
     if (!(a > 0.0f)) a = 1.0f;
+    // The two meetings along the ray; the nearer one faces the eye.
     const float t1 = (-b + s) / 2 / a;
     const float t2 = (-b - s) / 2 / a;
-    ScreenToWorld(point, front, -t1);
-    ScreenToWorld(point, back, -t2);
+    ScreenToWorld(point, front, -std::min(t1, t2));
+    ScreenToWorld(point, back, -std::max(t1, t2));
 }
 
 void VCViewMatrix::SetAdornerSource(AdornerSource source, void* context) {

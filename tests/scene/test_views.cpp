@@ -4,6 +4,7 @@
 #include "scene/K3DSystem.h"
 #include "scene/VZarbesoView.h"
 #include "text/FontList.h"
+#include "text/VAlignedText.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -140,4 +141,55 @@ TEST_F(Views, OffscreenFramesLandInTheFrontWorldWithCoverageAsAlpha) {
     EXPECT_LT(covered, 200 * 120 / 2);
     EXPECT_EQ(premultipliedOk, 200 * 120) << "colours never exceed their alpha";
     EXPECT_EQ(view.frontWorld->Pixel32(0, 0), 0u) << "the background stays transparent";
+}
+
+TEST_F(Views, OutlinesAreReadAgainOnlyForANewTextOrFont) {
+    BuildFontList();
+    VZarbesoView view(200, 120);
+    view.SetupText("Abc");
+    const TextCharacter* chars = view.GetTextChars();
+    ASSERT_NE(chars, nullptr);
+    const std::uint32_t before = view.GetAlignedText()->CountObjects();
+    view.SetLayout(TextLayoutValue::kSlide, 20, true, true);
+    view.SetFaceColor(1, 2, 3);
+    view.SetOpacity(40);
+    view.SetPath(2, 40, 60);
+    EXPECT_EQ(view.GetTextChars(), chars) << "layout, colour, opacity and path keep the outlines";
+    EXPECT_EQ(view.GetAlignedText()->CountObjects(), before) << "but every letter is rebuilt";
+    view.SetText("Abcd");
+    EXPECT_NE(view.GetTextChars(), chars);
+    EXPECT_GT(view.GetAlignedText()->CountObjects(), before);
+    EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 20.0f, 1e-5);
+    EXPECT_NEAR(view.SetLayout(TextLayoutValue::kRevolve, 190, false, true), -170.0f, 1e-4);
+}
+
+TEST_F(Views, WindowPointsAndScenePointsMeetThroughTheAdorners) {
+    VZarbesoView view(300, 300);
+    view.SetStandardView(VZarbesoView::kFront, 0, false);
+    VCViewMatrix matrix;
+    matrix.SetAdornerSource(
+        [](void* v, TQ3Matrix4x4& out) { static_cast<VZarbesoView*>(v)->GetTotal(out); }, &view);
+    matrix.Compute(&view);
+    // The centre of the window looks down the axis at the origin.
+    KVector3D origin, direction;
+    matrix.GetPickRay(MakeScreenPoint(150, 150), origin, direction);
+    EXPECT_NEAR(direction.x, 0.0f, 1e-3);
+    EXPECT_NEAR(direction.z, -1.0f, 1e-3);
+    // A scene point goes to the view and back.
+    const KVector3D p{0.5f, -0.25f, 0.3f, 1};
+    KVector3D v, back;
+    matrix.WorldToView(p, v);
+    matrix.ViewToWorld(v, back);
+    EXPECT_NEAR(back.x, p.x, 1e-4);
+    EXPECT_NEAR(back.y, p.y, 1e-4);
+    EXPECT_NEAR(back.z, p.z, 1e-4);
+    // A ray through the sphere meets it in front and behind; one just past
+    // its rim is bent onto the rim, where front and back are one point.
+    KVector3D front, rear;
+    matrix.IntersectSphere(MakeScreenPoint(150, 150), {0, 0, 0, 1}, 1.0f, front, rear);
+    EXPECT_NEAR(front.z, 1.0f, 1e-2);
+    EXPECT_NEAR(rear.z, -1.0f, 1e-2);
+    matrix.IntersectSphere(MakeScreenPoint(185, 150), {0, 0, 0, 1}, 1.0f, front, rear);
+    EXPECT_NEAR((front - rear).Length(), 0.0f, 1e-2);
+    EXPECT_NEAR(front.Length(), 1.0f, 0.2);
 }
