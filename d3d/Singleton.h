@@ -4,17 +4,20 @@
 
 template <class T> class Singleton {
   public:
-    static T* Instance() { return instance; }
+    // The instance, once its construction has finished.
+    static T* Instance() { return static_cast<T*>(instance); }
 
     Singleton(const Singleton&) = delete;
     Singleton& operator=(const Singleton&) = delete;
 
   protected:
-    Singleton() { instance = static_cast<T*>(this); }
+    // The base is kept, not the derived object, which does not exist yet
+    // while this constructor runs.
+    Singleton() { instance = this; }
     ~Singleton() {
-        if (instance == static_cast<T*>(this)) instance = nullptr;
+        if (instance == this) instance = nullptr;
     }
 
   private:
-    static inline T* instance = nullptr;
+    static inline Singleton* instance = nullptr;
 };
