@@ -30,15 +30,30 @@ TQ3Area K3DView::GetArea() const {
 void K3DView::FitWindowImage() {
     windowImage_.assign(std::size_t(width_) * height_, 0);
     surface_ = {width_, height_, width_ * 4, windowImage_.data()};
-    if (drawContext)
+    windowImageStale_ = false;
+    if (drawContext) {
         drawContext->SetPixmap(windowImage_.data(), static_cast<std::uint32_t>(width_),
                                static_cast<std::uint32_t>(height_),
                                static_cast<std::uint32_t>(width_ * 4));
+        drawContext->SetPane(GetArea());
+    }
+}
+
+void K3DView::EnsureWindowImage() {
+    if (windowImageStale_) FitWindowImage();
+}
+
+PISurface* K3DView::GetSurface() {
+    EnsureWindowImage();
+    return &surface_;
 }
 
 void K3DView::ResizeTo(int width, int height) {
     KView::ResizeTo(width, height);
-    FitWindowImage();
+    if (DrawsOffscreen())
+        windowImageStale_ = true;
+    else
+        FitWindowImage();
 }
 
 void K3DView::Setup() {
@@ -85,6 +100,7 @@ void K3DBackView::SetOffscreen(bool flag) {
     }
     if (!flag) {
         pixmapContext->SetClear(true);
+        EnsureWindowImage();
         viewer.SetDrawContext(*drawContext);
     } else {
         pixmapContext->SetClear(keepImage);

@@ -39,8 +39,13 @@ class K3DView : public DExtViewer, public KView {
     void ResizeTo(int width, int height) override;
 
     // The picture of the window: what the frame draws into when it is not
-    // drawn offscreen, and the surface the host paints the image into.
-    PISurface* GetSurface() { return &surface_; }
+    // drawn offscreen, and the surface the host paints the image into. While
+    // the view draws offscreen it is only made when asked for, so that a
+    // view the size of a large image does not hold it twice.
+    PISurface* GetSurface();
+    void EnsureWindowImage();
+    // Whether frames go to the offscreen world rather than the window.
+    virtual bool DrawsOffscreen() const { return false; }
 
     DViewerObject viewer;
     DLightGroup lightGroup;
@@ -61,6 +66,7 @@ class K3DView : public DExtViewer, public KView {
   private:
     void FitWindowImage();
     std::vector<std::uint32_t> windowImage_;
+    bool windowImageStale_ = false;
     PISurface surface_{};
 };
 
@@ -75,6 +81,7 @@ class K3DBackView : public K3DView {
     virtual void ShowBack() {}
     virtual void SetOffscreen(bool flag);
     bool IsOffscreen() const { return offscreen; }
+    bool DrawsOffscreen() const override { return offscreen; }
     void SetBackColor(int red, int green, int blue);
 
     std::unique_ptr<KGWorld> frontWorld;

@@ -163,9 +163,7 @@ void VZarbesoView::Resize(int width, int height, int oldWidth, int oldHeight, bo
         rect = GetBounds();
     }
     MakeWorld(rect);
-    const TQ3Area area = GetArea();
-    drawContext->SetPane(area);
-    camera->SetPane(area);
+    camera->SetPane(GetArea());
     if (offscreen)
         viewer.SetDrawContext(*pixmapContext);
     else
