@@ -177,8 +177,8 @@ void PickObject::testMeshImpl(View& view, TQ3Object geometry, const TQ3XDrawStat
     TQ3Point3D bestPoint{};
     TQ3Vector3D bestNormal{};
     bool haveNormal = false;
-    TQ3Point3D origin;
-    TQ3Vector3D dir;
+    TQ3Point3D origin{0, 0, 0};
+    TQ3Vector3D dir{0, 0, 0};
     bool ray = eyeRay(view, px, py, origin, dir);
     if (ray && draw.fill == kQ3FillStyleFilled) {
         for (size_t t = 0; t * 3 < mesh.triangles.size(); ++t) {
