@@ -5,6 +5,7 @@
 #include "d3d/DPolyLine.h"
 #include "d3d/DShaderObject.h"
 
+#include <algorithm>
 #include <vector>
 
 void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group) {

@@ -272,7 +272,7 @@ void VZarbesoView::RebuildGlyphs() {
 void VZarbesoView::UpdateText() {
     if (!pathModel_ || !alignedText_) return;
     alignedText_->Rebuild(textChars_, *curveData_, dragOutline_, opacity_ / 100.0f,
-                          texture_ ? nullptr : sideColor_);
+                          texture_ ? nullptr : sideColor_.data());
     if (!dragOutline_ && texture_) texture_->Apply(alignedText_->object);
 }
 
@@ -289,19 +289,16 @@ void VZarbesoView::SetDragOutline(bool flag) {
 }
 
 void VZarbesoView::SetFaceColor(std::uint16_t r, std::uint16_t g, std::uint16_t b) {
+    // Colours replace a texture; the stored colours come back without one.
     texture_.reset();
-    faceColor_[0] = r;
-    faceColor_[1] = g;
-    faceColor_[2] = b;
+    faceColor_ = {r, g, b};
     if (alignedText_) alignedText_->SetDiffuseColor(r / 65535.0f, g / 65535.0f, b / 65535.0f);
     UpdateText();
 }
 
 void VZarbesoView::SetSideColor(std::uint16_t r, std::uint16_t g, std::uint16_t b) {
     texture_.reset();
-    sideColor_[0] = r;
-    sideColor_[1] = g;
-    sideColor_[2] = b;
+    sideColor_ = {r, g, b};
     UpdateText();
 }
 

@@ -100,8 +100,8 @@ class VZarbesoView : public VC3DView {
     std::unique_ptr<VCurve> curve_;
     std::unique_ptr<VCurveData> curveData_;
     std::unique_ptr<VAlignedText> alignedText_;
-    std::uint16_t faceColor_[3] = {0, 0x6666, 0xFFFF};
-    std::uint16_t sideColor_[3] = {0, 0, 0x8888};
+    std::array<std::uint16_t, 3> faceColor_ = {0, 0x6666, 0xFFFF};
+    std::array<std::uint16_t, 3> sideColor_ = {0, 0, 0x8888};
     VZarbesoModel* pathModel_ = nullptr;
     std::unique_ptr<DAttributeDisplayGroup> pathGroup_;
     float opacity_ = 100.0f;

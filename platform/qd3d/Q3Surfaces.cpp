@@ -316,6 +316,19 @@ template <class D> bool quadricData(const D* d) {
     return true;
 }
 
+// The shape that cones and ellipsoids share: frame, radii, ranges and caps.
+template <class D> void takeQuadric(QuadricGeometry* x, const D* d) {
+    x->origin = d->origin;
+    x->orientation = d->orientation;
+    x->majorRadius = d->majorRadius;
+    x->minorRadius = d->minorRadius;
+    x->uMin = d->uMin;
+    x->uMax = d->uMax;
+    x->vMin = d->vMin;
+    x->vMax = d->vMax;
+    x->caps = d->caps;
+}
+
 } // namespace
 
 extern "C" {
@@ -388,15 +401,7 @@ TQ3Status Q3Cone_SetData(TQ3GeometryObject g, const TQ3ConeData* d) {
     if (!validSet(d->interiorAttributeSet) || !validSet(d->faceAttributeSet) ||
         !validSet(d->bottomAttributeSet) || !validSet(d->coneAttributeSet))
         return kQ3Failure;
-    x->origin = d->origin;
-    x->orientation = d->orientation;
-    x->majorRadius = d->majorRadius;
-    x->minorRadius = d->minorRadius;
-    x->uMin = d->uMin;
-    x->uMax = d->uMax;
-    x->vMin = d->vMin;
-    x->vMax = d->vMax;
-    x->caps = d->caps;
+    takeQuadric(x, d);
     holdSet(x->interiorSet, d->interiorAttributeSet);
     holdSet(x->faceSet, d->faceAttributeSet);
     holdSet(x->bottomSet, d->bottomAttributeSet);
@@ -447,15 +452,7 @@ TQ3Status Q3Ellipsoid_SetData(TQ3GeometryObject g, const TQ3EllipsoidData* d) {
     if (!x || !quadricData(d)) return kQ3Failure;
     if (!validSet(d->interiorAttributeSet) || !validSet(d->ellipsoidAttributeSet))
         return kQ3Failure;
-    x->origin = d->origin;
-    x->orientation = d->orientation;
-    x->majorRadius = d->majorRadius;
-    x->minorRadius = d->minorRadius;
-    x->uMin = d->uMin;
-    x->uMax = d->uMax;
-    x->vMin = d->vMin;
-    x->vMax = d->vMax;
-    x->caps = d->caps;
+    takeQuadric(x, d);
     holdSet(x->interiorSet, d->interiorAttributeSet);
     holdSet(x->attributeSet, d->ellipsoidAttributeSet);
     x->edited();
