@@ -304,14 +304,14 @@ void VZarbesoView::SetSideColor(std::uint16_t r, std::uint16_t g, std::uint16_t 
 
 float VZarbesoView::SetLayout(TextLayoutValue which, float value, bool update, bool absolute) {
     const float shown = TextLayout::Set(*curveData_, which, value, absolute);
-    std::int32_t whole = TextLayout::ShownWhole(which, TextLayout::Get(*curveData_, which));
+    std::int32_t whole = TextLayout::ShownWhole(which, TextLayout::Field(*curveData_, which));
     Broadcast(static_cast<std::int32_t>(TextLayout::Message(which)), &whole);
     if (update) UpdateText();
     return shown;
 }
 
 float VZarbesoView::GetLayout(TextLayoutValue which) const {
-    return TextLayout::Shown(which, TextLayout::Get(*curveData_, which));
+    return TextLayout::Get(*curveData_, which);
 }
 
 bool VZarbesoView::SetPath(std::int32_t index, std::int32_t slider1, std::int32_t slider2) {

@@ -163,6 +163,42 @@ TEST_F(Views, OutlinesAreReadAgainOnlyForANewTextOrFont) {
     EXPECT_NEAR(view.SetLayout(TextLayoutValue::kRevolve, 190, false, true), -170.0f, 1e-4);
 }
 
+TEST_F(Views, LayoutValuesAreShownAndBroadcastOnceScaled) {
+    struct Value {
+        TextLayoutValue which;
+        float shown;
+        std::int32_t message;
+    };
+    const Value values[] = {
+        {TextLayoutValue::kSlide, 30, kMsgTextPositionChanged},
+        {TextLayoutValue::kRevolve, -45, kMsgTextRevolveChanged},
+        {TextLayoutValue::kRotate, 20, kMsgTextRotationChanged},
+        {TextLayoutValue::kTilt, 10, kMsgTextTiltChanged},
+        {TextLayoutValue::kWidth, 15, kMsgTextWidthChanged},
+        {TextLayoutValue::kHeight, 5, kMsgTextHeightChanged},
+        {TextLayoutValue::kSpacing, 25, kMsgTextSpacingChanged},
+        {TextLayoutValue::kDepth, 40, kMsgTextDepthChanged},
+    };
+    BuildFontList();
+    VZarbesoView view;
+    view.SetupText("A");
+    struct Wholes : KListener {
+        std::vector<std::pair<std::int32_t, std::int32_t>> heard;
+        void HearMessage(std::int32_t message, void* data) override {
+            heard.emplace_back(message, *static_cast<std::int32_t*>(data));
+        }
+    } wholes;
+    view.AddListener(&wholes);
+    for (const Value& v : values) {
+        wholes.heard.clear();
+        EXPECT_NEAR(view.SetLayout(v.which, v.shown, false, true), v.shown, 1e-4);
+        EXPECT_NEAR(view.GetLayout(v.which), v.shown, 1e-4);
+        ASSERT_EQ(wholes.heard.size(), 1u);
+        EXPECT_EQ(wholes.heard[0].first, v.message);
+        EXPECT_EQ(wholes.heard[0].second, static_cast<std::int32_t>(v.shown));
+    }
+}
+
 TEST_F(Views, WindowPointsAndScenePointsMeetThroughTheAdorners) {
     VZarbesoView view(300, 300);
     view.SetStandardView(VZarbesoView::kFront, 0, false);
