@@ -70,8 +70,10 @@ class DDisplayGroup : public DGroupObject {
     using DGroupObject::AddObject;
     using DGroupObject::AddObjectFirst;
 
-    void SubmitTo(TQ3ViewObject view) const;
-    void Submit(const DViewerObject& viewer) const;
+    // Virtual, so that a pass that submits a group (the bounds passes among
+    // them) submits whatever a derived group adds to its members.
+    virtual void SubmitTo(TQ3ViewObject view) const;
+    virtual void Submit(const DViewerObject& viewer) const;
     // Makes the library group if there is none yet.
     virtual void MakeObject();
     // A group that is not drawn keeps its members and its place.

@@ -133,6 +133,18 @@ TEST_F(Passes, BoundsOfGroupAndGeometry) {
 
     DBoundingBoxCalc noResult(nullptr, kQ3ComputeBoundsExact);
     EXPECT_EQ(ThrownCode([&] { noResult.Run(group, &view); }), kFailPlin);
+
+    // A group that submits more than its members is measured by its own submit.
+    struct Raised : DDisplayGroup {
+        void Submit(const DViewerObject& viewer) const override {
+            const TQ3Vector3D up{0, 10, 0};
+            Q3TranslateTransform_Submit(&up, viewer.GetObject());
+            DDisplayGroup::Submit(viewer);
+        }
+    } raised;
+    raised.AddObject(line);
+    boxCalc.Run(raised, &view);
+    EXPECT_FLOAT_EQ(box.min.y, 8);
 }
 
 namespace {
