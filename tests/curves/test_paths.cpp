@@ -91,6 +91,46 @@ TEST(AnalyticPaths, GridsHaveTheirSampleCountsAndLengthsMatchFineSampling) {
     EXPECT_FLOAT_EQ(line.GetLength(), 48.0f);
 }
 
+TEST(AnalyticPaths, FormulasPassThroughKnownPointsAndTheLineStandsUpright) {
+    struct Known {
+        int index;
+        float t;
+        KVector3D point;
+    };
+    // The table's default parameters; the Spherical Helix at 1000 degrees
+    // brings its height back into range for the radius but keeps it for y.
+    const Known known[] = {
+        {1, 5, {5, 0, 0, 1}},
+        {2, 90, {0, 4, 0, 1}},
+        {2, 180, {-6, 0, 0, 1}},
+        {3, 0, {0, 3, 0, 1}},
+        {3, 90, {2, 0, 0, 1}},
+        {4, 90, {1.75f, 1.3740831f, 0, 1}},
+        {5, 5, {5, 0.8925206f, 0, 1}},
+        {6, 90, {0, 0.5f, -4, 1}},
+        {7, 90, {0, 0.5f, 3.9686270f, 1}},
+        {7, 1000, {0.6399176f, 5.5555556f, -3.6291531f, 1}},
+        {8, 180, {-1.2459664f, 0.4712389f, 0, 1}},
+    };
+    for (const Known& k : known) {
+        KVector3D p;
+        MakeAnalyticPath(k.index)->Evaluate(k.t, p);
+        EXPECT_LT((p - k.point).Length(), 1e-5) << k.index << " at " << k.t;
+    }
+    // Letters stand on the Line with their up along +Y; on every flat path
+    // the normal is the tangent turned left, so their depth runs along +Z.
+    for (int index = 1; index <= 5; ++index) {
+        auto c = MakeAnalyticPath(index);
+        KVector3D p, t, n, b;
+        ASSERT_TRUE(c->GetFrame(c->GetLength() / 3, p, t, n, b));
+        EXPECT_LT((b - KVector3D(0, 0, 1)).Length(), 1e-5) << index;
+        if (index == 1) {
+            EXPECT_LT((t - KVector3D(1, 0, 0)).Length(), 1e-6);
+            EXPECT_LT((n - KVector3D(0, 1, 0)).Length(), 1e-6);
+        }
+    }
+}
+
 TEST(AnalyticPaths, FramesAreOrthonormalEverywhereInBothModes) {
     for (int index = 1; index <= kAnalyticPathCount; ++index) {
         const VAnalyticPathEntry* e = GetAnalyticPathEntry(index);
