@@ -342,7 +342,9 @@ TEST(FontsEnumeration, FamiliesOnceFacesOfANamedFamilyAndStopping) {
             return 1;
         },
         reinterpret_cast<std::intptr_t>(&faces));
-    EXPECT_GE(faces.size(), 4u);
+    // The regular and bold faces come with the smallest install of the family.
+    EXPECT_GE(faces.size(), 2u);
+    EXPECT_NE(std::find(faces.begin(), faces.end(), "DejaVu Sans Bold"), faces.end());
     for (const std::string& face : faces)
         EXPECT_EQ(face.rfind("DejaVu Sans", 0), 0u) << face;
 
