@@ -124,7 +124,7 @@ int RunCommandLine(int argc, const char* const* argv) {
 
     const std::string statePath = DefaultStatePath();
     const PiPLInfo& info = module->Info();
-    const std::string owner = info.name + "\n" + info.category + "\n" + VersionText(info.version);
+    const std::string owner = KeptRecordOwner(info);
     KeptRecord kept;
     if (!statePath.empty()) {
         std::string warning;

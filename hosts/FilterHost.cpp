@@ -42,6 +42,7 @@ int64_t Subsampled(int64_t value, int32_t rate) {
 int16 FilterHost::FilterCaseFor(const HostImage& image, const FilterSetup& setup) {
     if (!setup.reportFilterCases) return filterCaseNotReported;
     const bool selected = setup.selection.has_value();
+    if (setup.floatingSelection) return filterCaseFloatingSelection;
     if (!image.hasAlpha)
         return selected ? filterCaseFlatImageWithSelection : filterCaseFlatImageNoSelection;
     if (setup.protectTransparency)
@@ -94,7 +95,8 @@ std::unique_ptr<FilterHost> FilterHost::Create(HostImage source, const FilterSet
     }
     host->source_ = std::move(source);
     host->selection_ = selection;
-    host->protectedAlpha_ = host->source_.hasAlpha && setup.protectTransparency;
+    host->protectedAlpha_ =
+        host->source_.hasAlpha && (setup.protectTransparency || setup.floatingSelection);
 
     const HostImage& image = host->source_;
     FilterRecord& r = host->record_;
@@ -119,7 +121,7 @@ std::unique_ptr<FilterHost> FilterHost::Create(HostImage source, const FilterSet
     r.colorServices = nullptr;
     r.platformData = &host->platformData_; // hwnd 0: the host has no window
     r.filterCase = FilterCaseFor(image, setup);
-    const bool layer = image.hasAlpha && setup.reportFilterCases;
+    const bool layer = image.hasAlpha && setup.reportFilterCases && !setup.floatingSelection;
     r.inLayerPlanes = int16(layer ? image.ColourPlanes() : 0);
     r.inTransparencyMask = int16(layer ? 1 : 0);
     host->descriptor_.descriptorParametersVersion = 1;

@@ -31,6 +31,9 @@ struct FilterSetup {
     // For a layer with transparency: protect it (cases 6/7) instead of
     // letting the filter edit it (cases 4/5).
     bool protectTransparency = false;
+    // The pixels are a floating selection (case 3): the filter is handed the
+    // colour planes only, and the transparency stays the host's.
+    bool floatingSelection = false;
     // false: filterCase 0, as a host that does not report filter cases.
     bool reportFilterCases = true;
     // The play flag: false runs the filter without its dialog.

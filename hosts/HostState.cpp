@@ -2,6 +2,7 @@
 
 #include "sdk/PIGlobal.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -56,42 +57,74 @@ std::string DefaultStatePath() {
     return "";
 }
 
+std::string KeptRecordOwner(const PiPLInfo& info) {
+    return info.name + "\n" + info.category + "\n" + VersionText(info.version);
+}
+
+std::vector<uint8_t> EncodeKeptRecord(const std::string& owner, Handle block) {
+    const std::string cut = owner.substr(0, kMaxOwner);
+    const auto* ownerBytes = reinterpret_cast<const uint8_t*>(cut.data());
+    const std::size_t size = PIGlobalSize(block);
+    std::vector<uint8_t> out(kMagic, kMagic + sizeof kMagic);
+    PutLE(out, cut.size(), 4);
+    out.insert(out.end(), ownerBytes, ownerBytes + cut.size());
+    PutLE(out, size, 8);
+    const auto* data = static_cast<const uint8_t*>(block);
+    if (size) out.insert(out.end(), data, data + size);
+    PutLE(out, Checksum(data, size, Checksum(ownerBytes, cut.size())), 4);
+    return out;
+}
+
+StateLoad DecodeKeptRecord(const uint8_t* data, std::size_t size, const std::string& owner,
+                           Handle& block, std::string& why) {
+    block = nullptr;
+    const auto damaged = [&](const char* reason) {
+        why = reason;
+        return StateLoad::Damaged;
+    };
+    if (size < 12) return damaged("too short");
+    if (std::memcmp(data, kMagic, sizeof kMagic) != 0) return damaged("not a host state file");
+    const uint64_t ownerLength = GetLE(data + 8, 4);
+    if (ownerLength > kMaxOwner) return damaged("owner length out of range");
+    if (size - 12 < ownerLength + 8) return damaged("too short");
+    const uint8_t* keptOwner = data + 12;
+    const uint64_t length = GetLE(keptOwner + ownerLength, 8);
+    if (length > kMaxKeptRecord) return damaged("record length out of range");
+    const uint64_t rest = size - 12 - ownerLength - 8;
+    if (rest < length + 4) return damaged("shorter than its length says");
+    if (rest > length + 4) return damaged("longer than its length says");
+    const uint8_t* bytes = keptOwner + ownerLength + 8;
+    const uint32_t sum =
+        Checksum(bytes, std::size_t(length), Checksum(keptOwner, std::size_t(ownerLength)));
+    if (sum != uint32_t(GetLE(bytes + length, 4))) return damaged("checksum mismatch");
+    if (std::string(reinterpret_cast<const char*>(keptOwner), std::size_t(ownerLength)) !=
+        owner.substr(0, kMaxOwner))
+        return StateLoad::OtherOwner;
+    block = PIGlobalAlloc(PIGlobalZeroInit, std::size_t(length));
+    if (!block) return damaged("out of memory");
+    if (length) std::memcpy(block, bytes, std::size_t(length));
+    return StateLoad::Loaded;
+}
+
 StateLoad LoadKeptRecord(const std::string& path, const std::string& owner, Handle& block,
                          std::string& warning) {
     block = nullptr;
     std::ifstream in(path, std::ios::binary);
     if (!in) return StateLoad::Missing;
-    const auto damaged = [&](const std::string& why) {
+    // The largest file a kept record makes, and one byte more to tell it is longer.
+    constexpr std::size_t kMaxFile = 12 + kMaxOwner + 8 + kMaxKeptRecord + 4 + 1;
+    in.seekg(0, std::ios::end);
+    const std::streamoff fileSize = in.tellg();
+    in.seekg(0, std::ios::beg);
+    if (fileSize < 0) return StateLoad::Missing;
+    std::vector<uint8_t> bytes(std::min<std::size_t>(std::size_t(fileSize), kMaxFile));
+    in.read(reinterpret_cast<char*>(bytes.data()), std::streamsize(bytes.size()));
+    bytes.resize(std::size_t(in.gcount()));
+    std::string why;
+    const StateLoad load = DecodeKeptRecord(bytes.data(), bytes.size(), owner, block, why);
+    if (load == StateLoad::Damaged)
         warning = path + " is damaged (" + why + "); the kept filter settings are ignored";
-        return StateLoad::Damaged;
-    };
-    uint8_t head[12];
-    if (!in.read(reinterpret_cast<char*>(head), sizeof head)) return damaged("too short");
-    if (std::memcmp(head, kMagic, sizeof kMagic) != 0) return damaged("not a host state file");
-    const uint64_t ownerLength = GetLE(head + 8, 4);
-    if (ownerLength > kMaxOwner) return damaged("owner length out of range");
-    std::vector<uint8_t> keptOwner(std::size_t(ownerLength) + 8);
-    if (!in.read(reinterpret_cast<char*>(keptOwner.data()), std::streamsize(keptOwner.size())))
-        return damaged("too short");
-    const uint64_t length = GetLE(keptOwner.data() + ownerLength, 8);
-    keptOwner.resize(std::size_t(ownerLength));
-    if (length > kMaxKeptRecord) return damaged("record length out of range");
-    std::vector<uint8_t> bytes(std::size_t(length) + 4);
-    if (!in.read(reinterpret_cast<char*>(bytes.data()), std::streamsize(bytes.size())))
-        return damaged("shorter than its length says");
-    if (in.peek() != std::char_traits<char>::eof()) return damaged("longer than its length says");
-    const uint32_t sum =
-        Checksum(bytes.data(), std::size_t(length), Checksum(keptOwner.data(), keptOwner.size()));
-    if (sum != uint32_t(GetLE(bytes.data() + length, 4))) return damaged("checksum mismatch");
-    const std::string cut = owner.substr(0, kMaxOwner);
-    if (std::string(keptOwner.begin(), keptOwner.end()) != cut) return StateLoad::OtherOwner;
-    block = PIGlobalAlloc(PIGlobalZeroInit, std::size_t(length));
-    if (!block) {
-        warning = "out of memory for the kept filter settings; they are ignored";
-        return StateLoad::Damaged;
-    }
-    if (length) std::memcpy(block, bytes.data(), std::size_t(length));
-    return StateLoad::Loaded;
+    return load;
 }
 
 bool SaveKeptRecord(const std::string& path, const std::string& owner, Handle block,
@@ -114,15 +147,7 @@ bool SaveKeptRecord(const std::string& path, const std::string& owner, Handle bl
         error = "cannot make the directory of " + path + ": " + std::strerror(errno);
         return false;
     }
-    const std::string cut = owner.substr(0, kMaxOwner);
-    const auto* ownerBytes = reinterpret_cast<const uint8_t*>(cut.data());
-    std::vector<uint8_t> out(kMagic, kMagic + sizeof kMagic);
-    PutLE(out, cut.size(), 4);
-    out.insert(out.end(), ownerBytes, ownerBytes + cut.size());
-    PutLE(out, size, 8);
-    const auto* data = static_cast<const uint8_t*>(block);
-    out.insert(out.end(), data, data + size);
-    PutLE(out, Checksum(data, size, Checksum(ownerBytes, cut.size())), 4);
+    const std::vector<uint8_t> out = EncodeKeptRecord(owner, block);
 
     const std::string temp = path + ".new" + std::to_string(getpid());
     {

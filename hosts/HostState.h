@@ -13,10 +13,13 @@
 #ifndef PLUMET_HOSTS_HOSTSTATE_H
 #define PLUMET_HOSTS_HOSTSTATE_H
 
+#include "hosts/PiPLReader.h"
 #include "sdk/PIFilter.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace plumet::hosts {
 
@@ -31,6 +34,18 @@ std::string DefaultStatePath();
 constexpr std::size_t kMaxOwner = 1024;
 
 enum class StateLoad { Loaded, Missing, OtherOwner, Damaged };
+
+// The owner of a filter's kept record: its name, category and version.
+std::string KeptRecordOwner(const PiPLInfo& info);
+
+// The kept record in the file format above, for a host that keeps it
+// somewhere other than a file. A null block is kept as an empty record.
+std::vector<uint8_t> EncodeKeptRecord(const std::string& owner, Handle block);
+
+// Reads bytes made by EncodeKeptRecord into a new block for `owner`, as
+// LoadKeptRecord does; `why` says what is wrong with Damaged bytes.
+StateLoad DecodeKeptRecord(const uint8_t* data, std::size_t size, const std::string& owner,
+                           Handle& block, std::string& why);
 
 // Reads the kept record of `owner` into a new block from PIGlobalAlloc (the
 // caller frees it with PIGlobalFree). Missing: no file. OtherOwner: the

@@ -314,12 +314,20 @@ TEST(FilterHostAdvance, CmykIsInvertedInTheBuffersAndBackInTheImage) {
 }
 
 TEST(FilterHostAdvance, ProtectedTransparencyIsNeverWrittenEditableIs) {
-    for (const bool protect : {true, false}) {
-        SCOPED_TRACE(protect ? "protected" : "editable");
+    for (const int kind : {0, 1, 2}) {
+        const bool protect = kind != 0;
+        SCOPED_TRACE(kind == 0 ? "editable" : kind == 1 ? "protected" : "floating");
         FilterSetup setup;
-        setup.protectTransparency = protect;
+        setup.protectTransparency = kind == 1;
+        setup.floatingSelection = kind == 2;
         auto host = MakeHost(Pattern(4, 4, ColourModel::RGB, true), setup);
         FilterRecord& r = host->Record();
+        if (kind == 2) {
+            // A floating selection is its own case: colour planes only.
+            EXPECT_EQ(r.filterCase, filterCaseFloatingSelection);
+            EXPECT_EQ(r.inLayerPlanes, 0);
+            EXPECT_EQ(r.inTransparencyMask, 0);
+        }
         Ask(r, kNone, 0, 3, Rect{0, 0, 4, 4}, 0, 3);
         ASSERT_EQ(r.advanceState(), noErr);
         std::memset(r.outData, 0, size_t(r.outRowBytes) * 4);
