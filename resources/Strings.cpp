@@ -14,6 +14,8 @@ const std::map<int, const char*>& Table() {
                          "application."},
         {kStrNoDisplay, "FlyWORD Plumet can't open its window: no display is available.  "
                         "Repeat the filter without a window instead."},
+        {kStrLightLimit, "You can add up to 5 lights to your scene.\nDelete one of your existing\n"
+                         "lights if you want to add a new one.."},
         {kStrAlertTitle, "FlyWORD Alert"},
     };
     return table;

@@ -10,6 +10,7 @@ enum StringId : int {
     kStrCantComplete = 16012,
     kStrHostTooOld = 16013,
     kStrNoDisplay = 16014,
+    kStrLightLimit = 17001,
     kStrAlertTitle = 18008,
 };
 

@@ -3,6 +3,10 @@
 #include "d3d/DViewerObject.h"
 #include "foundation/Messages.h"
 #include "foundation/WBroadcaster.h"
+#include "resources/Strings.h"
+#include "scene/K3DView.h"
+#include "scene/K3DViewAdorner.h"
+#include "scene/SceneAlerts.h"
 
 namespace {
 struct SubmitModel : KListFunctoid {
@@ -68,43 +72,22 @@ VCModel* VCModelManager::GetModel(std::uint32_t position) const {
     return static_cast<VCModel*>(models.EntryAt(position));
 }
 
-// ---- lights ----------------------------------------------------------------
-
-VCLightManager::VCLightManager() : ambient(0.2f) {}
-
-VCLightManager::~VCLightManager() = default;
-
-void VCLightManager::HearMessage(std::int32_t, void*) {}
-
-void VCLightManager::SetAmbientBrightness(float value) {
-    ambient.SetBrightness(value);
-    ambientBrightness = value;
-}
-
-void VCLightManager::SetAmbientColor(float r, float g, float b) {
-    ambient.SetColor(r, g, b);
-    ambientColor[0] = static_cast<std::uint16_t>(r * 65535.0);
-    ambientColor[1] = static_cast<std::uint16_t>(g * 65535.0);
-    ambientColor[2] = static_cast<std::uint16_t>(b * 65535.0);
-}
-
-void VCLightManager::SetAmbientColor16(std::uint16_t r, std::uint16_t g, std::uint16_t b) {
-    SetAmbientColor(r / 65535.0f, g / 65535.0f, b / 65535.0f);
-}
-
-void VCLightManager::StartListening(DLightGroup& lightGroup, WBroadcaster& broadcaster) {
-    lightGroup.Empty();
-    lightGroup.AddObject(ambient);
-    broadcaster.AddListener(this);
-}
-
 // ---- scene -----------------------------------------------------------------
 
-VCSceneManager::VCSceneManager() : VCModelManager(this) {}
+VCSceneManager::VCSceneManager() : VCModelManager(this), VCLightManager(this) {}
 
 VCSceneManager::~VCSceneManager() = default;
 
+bool VCSceneManager::PerformCommand(std::int32_t command, void* parameter) {
+    if (command != kCmdAddLight || !parameter)
+        return K3DSceneManager::PerformCommand(command, parameter);
+    void** block = static_cast<void**>(parameter);
+    block[1] = AddLight(static_cast<K3DView*>(block[0]));
+    return true;
+}
+
 void VCSceneManager::Submit(const DViewerObject& viewer) {
+    if (lightsVisible) SubmitIcons(viewer);
     if (modelsVisible) {
         fillStyle.Submit(viewer);
         subdivisionStyle.Submit(viewer);
@@ -113,7 +96,10 @@ void VCSceneManager::Submit(const DViewerObject& viewer) {
 }
 
 void VCSceneManager::DeleteObject(K3DObject* object) {
-    if (auto* model = dynamic_cast<VCModel*>(object)) DeleteModel(model);
+    if (auto* light = dynamic_cast<VCLight*>(object))
+        DeleteLight(light);
+    else if (auto* model = dynamic_cast<VCModel*>(object))
+        DeleteModel(model);
 }
 
 bool VCSceneManager::CanDelete(K3DObject*) const {
@@ -126,6 +112,46 @@ VZarbesoSceneManager::VZarbesoSceneManager()
 void VZarbesoSceneManager::Submit(const DViewerObject& viewer) {
     VCSceneManager::Submit(viewer);
     if (gridVisible) grid.Submit(viewer);
+}
+
+VCLight* VZarbesoSceneManager::AddLight(K3DView* view) {
+    if (GetLightCount() >= kMaxLights) {
+        ReportLightLimit();
+        return nullptr;
+    }
+    VCLight* light = VCSceneManager::AddLight(view);
+    if (light) light->SetScale(LightIconScale());
+    return light;
+}
+
+void VZarbesoSceneManager::ReportLightLimit() {
+    SceneAlert(plumet::kStrLightLimit);
+}
+
+void VZarbesoSceneManager::ObjectPlaced(K3DView* view) {
+    if (auto* adorner = dynamic_cast<K3DViewAdorner*>(view))
+        adorner->Broadcast(kMsgLightPlaced, nullptr);
+}
+
+namespace {
+struct ScaleLight : KListFunctoid {
+    void Apply(KListEntry* entry, void* scale) override {
+        static_cast<VCLight*>(entry)->SetScale(*static_cast<const KVector3D*>(scale));
+    }
+};
+} // namespace
+
+KVector3D VZarbesoSceneManager::LightIconScale() const {
+    const float s = lightScale / 10.0f;
+    return {s, s, s, 0};
+}
+
+void VZarbesoSceneManager::ScaleLights(float factor) {
+    if (!(factor > 1.1920929e-07f)) return;
+    lightScale *= factor;
+    KVector3D scale = LightIconScale();
+    ScaleLight apply;
+    ForEachLight(apply, &scale);
 }
 
 bool VZarbesoSceneManager::CanDelete(K3DObject* object) const {

@@ -12,7 +12,7 @@ class K3DView;
 class K3DSceneManager : public KCommandsHandler {
   public:
     // Tells the scene that an object was placed in `view`.
-    virtual void ObjectPlaced(K3DView& /*view*/) {}
+    virtual void ObjectPlaced(K3DView* /*view*/) {}
 };
 
 class VCSceneManager : public K3DSceneManager, public VCModelManager, public VCLightManager {
@@ -22,8 +22,11 @@ class VCSceneManager : public K3DSceneManager, public VCModelManager, public VCL
 
     // Raises the id counter and answers it: the first id of a scene is 1.
     std::uint32_t GetNextId() { return ++nextId; }
+    // Command 100001 adds a light: the parameter is two words, in the view
+    // and out the new light or null.
+    bool PerformCommand(std::int32_t command, void* parameter) override;
     // Light icons (when shown), then the models' styles and the models (when
-    // shown).
+    // shown). The lights themselves stand in the view's light group.
     virtual void Submit(const DViewerObject& viewer);
     virtual void DeleteObject(K3DObject* object);
     virtual bool CanDelete(K3DObject* object) const;
@@ -40,8 +43,20 @@ class VCSceneManager : public K3DSceneManager, public VCModelManager, public VCL
 
 class VZarbesoSceneManager : public VCSceneManager {
   public:
+    // The most lights a scene may hold.
+    static constexpr std::uint32_t kMaxLights = 5;
+
     VZarbesoSceneManager();
     void Submit(const DViewerObject& viewer) override;
+    // Refuses a sixth light with the alert of the limit; a new light takes
+    // the present icon size.
+    VCLight* AddLight(K3DView* view) override;
+    // Tells the window that a light was placed: rstV from the view.
+    void ObjectPlaced(K3DView* view) override;
+    virtual void ReportLightLimit();
+    // Multiplies the icon size of all lights; a factor of about 0 or below
+    // changes nothing.
+    void ScaleLights(float factor);
     // Only lights may be deleted by the user.
     bool CanDelete(K3DObject* object) const override;
 
@@ -55,4 +70,8 @@ class VZarbesoSceneManager : public VCSceneManager {
     std::uint8_t gridVisible = 1;
     DGridObject grid;
     float lightScale = 1.0f;
+
+  private:
+    // A light icon's scale: a tenth of lightScale on every axis.
+    KVector3D LightIconScale() const;
 };

@@ -4,7 +4,10 @@
 #include "host/Alerts.h"
 #include "host/ModuleState.h"
 #include "resources/Strings.h"
+#include "scene/SceneAlerts.h"
 #include "text/FontList.h"
+
+#include <QApplication>
 
 namespace {
 // The starting values of a session, as the preferences keep them.
@@ -15,18 +18,28 @@ constexpr float kAmbientIntensity = 0.8f;
 constexpr std::int32_t kDefaultPath = 1; // the line
 // Slide, revolve, rotate, tilt, width, height, spacing, depth, as shown.
 constexpr float kLayout[kTextLayoutValueCount] = {50, 0, 0, 0, 10, 10, 0, 4};
+// The size of the light icons, until the Options dialog changes it.
+constexpr float kLightIconSize = 3.0f;
+
+// The scene's messages to the user, over the active window.
+void ShowSceneAlert(int stringId) {
+    ShowAlert(stringId, qApp ? QApplication::activeWindow() : nullptr);
+}
 } // namespace
 
 VZarbesoDocument::VZarbesoDocument() {
     BuildFontList();
     view_ = std::make_unique<VZarbesoView>();
     view_->SetupText(kDefaultText);
+    view_->GetSceneManager()->ScaleLights(kLightIconSize);
+    SetSceneAlert(&ShowSceneAlert);
     renderer_ = std::make_unique<QRenderer>(view_.get());
     renderer_->SelectFinalRenderer(kFinalRendererNickName);
     renderer_->UseInteractivePreview();
 }
 
 VZarbesoDocument::~VZarbesoDocument() {
+    SetSceneAlert(nullptr);
     renderer_.reset();
     view_.reset();
 }
