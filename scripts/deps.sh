@@ -5,8 +5,8 @@ plumet_packages=(
     g++ cmake make pkg-config
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev qt6-base-dev-tools libgl-dev
-    libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-urw-base35
-    libembree-dev libtiff-dev libglu1-mesa-dev
+    libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-urw-base35 fonts-liberation2
+    libembree-dev libtiff-dev libexiv2-dev libglu1-mesa-dev
 )
 
 plumet_install_deps() {

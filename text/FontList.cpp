@@ -1,14 +1,18 @@
 #include "text/FontList.h"
 
+#include "platform/fonts/FontCatalogue.h"
 #include "text/KWinTTFonts.h"
 #include "text/Type1Fonts.h"
 
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace {
+
+constexpr const char* kDefaultFontName = "Arial";
 
 struct FontListState {
     KList list;
@@ -72,7 +76,13 @@ std::uint32_t BuildFontList(std::uint32_t* defaultPosition) {
         row.release();
     }
 
-    state.defaultFont = FindFontListPosition("Arial");
+    state.defaultFont = FindFontListPosition(kDefaultFontName);
+    // Where that font is not installed, the face the system serves for its
+    // name (a substitute with the same widths) is the default, so the first
+    // text fits the picture as it was laid out for that font.
+    if (state.defaultFont == 0)
+        for (const std::string& name : MatchFontFullNames(kDefaultFontName))
+            if ((state.defaultFont = FindFontListPosition(name.c_str())) != 0) break;
     if (state.defaultFont == 0 && state.list.GetCount() > 0) state.defaultFont = 1;
     state.currentFont = 0;
     state.currentKind = 0;

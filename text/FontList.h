@@ -21,7 +21,8 @@ class FontListEntry : public KListEntry {
 
 // Fills the font list: every outline face as kind 0 and, when the Type 1
 // service runs, every Type 1 face as kind 2, sorted by name in byte order.
-// Sets the default row ("Arial", or else the first) as the current one, and
+// Sets the default row ("Arial", or else the face fontconfig serves for that
+// name, or else the first) as the current one, and
 // answers its position (0 for an empty list), also written to
 // *defaultPosition when that is not null.
 std::uint32_t BuildFontList(std::uint32_t* defaultPosition = nullptr);

@@ -35,6 +35,18 @@ std::string ChooseFullName(FcPattern* pattern, const std::string& postScriptName
     return first;
 }
 
+// The full name a user reads, or the family and style where the face has no
+// full name.
+std::string FaceFullName(FcPattern* pattern) {
+    std::string name = ChooseFullName(pattern, GetString(pattern, FC_POSTSCRIPT_NAME));
+    if (name.empty()) {
+        name = GetString(pattern, FC_FAMILY);
+        const std::string style = GetString(pattern, FC_STYLE);
+        if (!name.empty() && !style.empty()) name += " " + style;
+    }
+    return name;
+}
+
 bool FormatFromString(const std::string& format, FontFileFormat& out) {
     if (format == "TrueType")
         out = FontFileFormat::TrueType;
@@ -73,11 +85,7 @@ std::vector<FontFaceInfo> ScanFontFaces(const std::vector<FontFileFormat>& forma
         face.family = GetString(font, FC_FAMILY);
         face.style = GetString(font, FC_STYLE);
         face.postScriptName = GetString(font, FC_POSTSCRIPT_NAME);
-        face.fullName = ChooseFullName(font, face.postScriptName);
-        if (face.fullName.empty()) {
-            face.fullName = face.family;
-            if (!face.style.empty()) face.fullName += " " + face.style;
-        }
+        face.fullName = FaceFullName(font);
         if (face.file.empty() || face.fullName.empty()) continue;
         int index = 0;
         if (FcPatternGetInteger(font, FC_INDEX, 0, &index) == FcResultMatch) face.index = index;
@@ -104,6 +112,30 @@ std::vector<FontFaceInfo> ScanFontFaces(const std::vector<FontFileFormat>& forma
                             }),
                 faces.end());
     return faces;
+}
+
+std::vector<std::string> MatchFontFullNames(const char* family) {
+    std::vector<std::string> names;
+    if (!family || !*family || !FcInit()) return names;
+    FcPattern* pattern = FcPatternCreate();
+    if (!pattern) return names;
+    FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(family));
+    FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+    // The configuration's aliases put a family's metric-compatible
+    // substitutes first; the defaults ask for the regular upright face.
+    if (FcConfigSubstitute(nullptr, pattern, FcMatchPattern)) {
+        FcDefaultSubstitute(pattern);
+        FcResult result = FcResultNoMatch;
+        FcFontSet* sorted = FcFontSort(nullptr, pattern, FcFalse, nullptr, &result);
+        for (int i = 0; sorted && i < sorted->nfont; ++i) {
+            std::string name = FaceFullName(sorted->fonts[i]);
+            if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end())
+                names.push_back(std::move(name));
+        }
+        if (sorted) FcFontSetDestroy(sorted);
+    }
+    FcPatternDestroy(pattern);
+    return names;
 }
 
 std::vector<std::string> MakeFaceKeys(const std::vector<FontFaceInfo>& faces) {

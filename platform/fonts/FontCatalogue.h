@@ -24,6 +24,13 @@ struct FontFaceInfo {
 // a usable name are left out. An unusable configuration gives an empty list.
 std::vector<FontFaceInfo> ScanFontFaces(const std::vector<FontFileFormat>& formats);
 
+// The full names of the faces fontconfig would serve for a family name, best
+// first, as a request for a font that is not installed is served: a font
+// that names a family missing here (a Windows font) is answered by its
+// configured substitute with the same metrics, then by ever looser matches.
+// Empty if fontconfig cannot run.
+std::vector<std::string> MatchFontFullNames(const char* family);
+
 // A key of at most 31 bytes for each face, unique over the list: the
 // PostScript name (or the full name without spaces), cut to fit and given a
 // numeric suffix where two faces would share it.

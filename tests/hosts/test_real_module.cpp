@@ -108,3 +108,21 @@ TEST_F(RealModule, WithoutADisplayTheWindowedRunEndsWithOneLine) {
     EXPECT_EQ(std::count(c.err.begin(), c.err.end(), '\n'), 1) << c.err;
     EXPECT_FALSE(FileExists(In("out.png")));
 }
+
+TEST_F(RealModule, TheDefaultTextFitsAThreeByTwoImage) {
+    std::string error;
+    const HostImage in = Pattern(300, 200, ColourModel::RGB, false);
+    ASSERT_TRUE(WriteImageFile(In("wide.png"), in, error));
+    const Command c = Run({"--no-window", In("wide.png"), In("wide-out.png")});
+    ASSERT_EQ(c.status, kExitSuccess) << c.err;
+    HostImage out;
+    ASSERT_TRUE(ReadImageFile(In("wide-out.png"), out, error)) << error;
+    int changedInside = 0;
+    for (int y = 0; y < in.height; ++y) {
+        for (int x : {0, in.width - 1})
+            EXPECT_TRUE(std::equal(in.Pixel(y, x), in.Pixel(y, x) + 3, out.Pixel(y, x)))
+                << "the text reaches column " << x << " in row " << y;
+        changedInside += !std::equal(in.Pixel(y, 150), in.Pixel(y, 150) + 3, out.Pixel(y, 150));
+    }
+    EXPECT_GT(changedInside, 0) << "the text is drawn";
+}

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <set>
 
@@ -76,10 +77,17 @@ TEST(TextFontList, SortedUniqueWithBothKindsAndADefault) {
     EXPECT_FALSE(names.count("Nimbus Sans"));
     EXPECT_FALSE(names.count("C059 Roman"));
     EXPECT_TRUE(names.count("C059 Roman (Type 1)"));
-    // No Arial here: the first row is the default and the current one.
-    const std::uint32_t arial = FindFontListPosition("Arial");
-    EXPECT_EQ(GetDefaultFont(), arial ? arial : 1u);
+    // The default is Arial or, where it is not installed, the face served for
+    // that name, with Arial's widths (2048ths of an em, in whole pixels of
+    // the 32-pixel em).
     EXPECT_EQ(GetCurrentFont(), GetDefaultFont());
+    Chain text = Read("Lumerra 3D");
+    const float arialWidths[] = {1139, 1139, 1706, 1139, 682, 682, 1139, 569, 1139, 1479};
+    std::size_t n = 0;
+    for (const TextCharacter* c : Characters(text.get()))
+        EXPECT_FLOAT_EQ(c->advance, std::round(arialWidths[n++] / 64) / 32)
+            << n << " in " << FontListEntryAt(GetDefaultFont())->name;
+    EXPECT_EQ(n, std::size(arialWidths));
     EXPECT_FALSE(SetCurrentFont(0));
     EXPECT_FALSE(SetCurrentFont(list.GetCount() + 1));
     EXPECT_EQ(GetCurrentFont(), GetDefaultFont());
