@@ -3,6 +3,7 @@
 // the interactive picture, and a camera turn carries the lights with the
 // scene.
 #include "scene/K3DSystem.h"
+#include "text/FontList.h"
 #include "ui/VZarbesoDocument.h"
 
 #include <QImage>
@@ -21,6 +22,8 @@ struct LightRender : ::testing::Test {
         doc.ApplyDefaults();
         view.GetSceneManager()->SetGridVisible(false);
         view.GetPathModel()->SetDrawn(false);
+        // Wide letters whose faces outweigh their sides.
+        ASSERT_TRUE(view.SetFont(FindFontListPosition("DejaVu Sans Bold")));
         // White letters show the colour of the light they face.
         view.SetFaceColor(0xFFFF, 0xFFFF, 0xFFFF);
         view.SetSideColor(0xC000, 0xC000, 0xC000);
