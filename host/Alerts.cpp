@@ -10,6 +10,15 @@
 namespace {
 MessageSink gSink = nullptr;
 
+// An alert printed for a command-line run: there is no application to
+// relaunch there, so the memory alert says what is short instead.
+std::string ConsoleText(int stringId, const std::string& text) {
+    if (stringId == plumet::kStrCantComplete)
+        return "Lumerra 3D FlyWORD Plumet can't complete your request: there is not enough "
+               "memory for it.";
+    return text;
+}
+
 std::string AboutText() {
     return "FlyWORD Plumet\nLumerra 3D\n\nExtruded 3D text set along a path, lit, textured "
            "and rendered into your image.";
@@ -30,7 +39,7 @@ void ShowAlert(int stringId, QWidget* parent) {
         return;
     }
     std::fprintf(stderr, "%s: %s\n", plumet::LoadString(plumet::kStrAlertTitle).c_str(),
-                 text.c_str());
+                 ConsoleText(stringId, text).c_str());
 }
 
 void ShowAboutBox(intptr_t /*parentWindow*/, bool /*useModuleResources*/) {

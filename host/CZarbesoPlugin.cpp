@@ -148,9 +148,14 @@ int16 CZarbesoPlugin::DoStart(FilterRecord* record) {
     int16 result = noErr;
     if (!Advance(record, &result)) return result;
 
-    int desktopW = 0, desktopH = 0;
-    GuiSession::DesktopSize(&desktopW, &desktopH);
-    const int scale = ComputePreviewScale(width, height, desktopW, desktopH);
+    // The run without a window shows no preview, so nothing needs to fit a
+    // screen: it works on the selection at full size.
+    int scale = 1;
+    if (params->invocation != 0) {
+        int desktopW = 0, desktopH = 0;
+        GuiSession::DesktopSize(&desktopW, &desktopH);
+        scale = ComputePreviewScale(width, height, desktopW, desktopH);
+    }
     params->previewScale = static_cast<int16>(scale);
 
     record->inRect = {static_cast<int16>(full.top / scale), static_cast<int16>(full.left / scale),

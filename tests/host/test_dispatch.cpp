@@ -157,6 +157,13 @@ TEST_F(Dispatch, TinySelectionsStopSilently) {
     FakeHost six(6, 6, 3, plugInModeRGBColor, 1);
     EXPECT_EQ(RunToStart(six), 0);
     EXPECT_EQ(six.inRects.size(), 2u);
+
+    // Without a window nothing is reduced to fit a screen, so a banner that
+    // a preview would squeeze to 5 rows runs at full size.
+    FakeHost banner(4000, 30, 3, plugInModeRGBColor, 1);
+    EXPECT_EQ(RunToStart(banner), 0);
+    ASSERT_EQ(banner.rates.size(), 2u);
+    EXPECT_EQ(banner.rates[1], 0x10000);
 }
 
 TEST_F(Dispatch, HostOutOfMemoryIsOneAlertAndSuccessWithNothingToDo) {

@@ -99,6 +99,14 @@ TEST_F(RealModule, RunsWithoutAWindowInEveryFilterCase) {
     EXPECT_TRUE(FileExists(In("repeat.png")));
 }
 
+TEST_F(RealModule, TooLittleMemorySaysSoWithoutAdviceForAnotherProgram) {
+    const Command c = Run({"--no-window", "--max-space", "1000", In("rgb.png"), In("out.png")});
+    EXPECT_EQ(c.status, kExitOutOfMemory);
+    EXPECT_NE(c.err.find("not enough memory"), std::string::npos) << c.err;
+    EXPECT_EQ(c.err.find("relaunch"), std::string::npos) << c.err;
+    EXPECT_FALSE(FileExists(In("out.png")));
+}
+
 TEST_F(RealModule, WithoutADisplayTheWindowedRunEndsWithOneLine) {
     const Command c = Run({In("rgb.png"), In("out.png")});
     if (c.status == kExitSuccess) {
