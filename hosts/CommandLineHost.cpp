@@ -10,6 +10,7 @@
 #include "sdk/PIGlobal.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <unistd.h>
@@ -61,6 +62,48 @@ void PrintInfo(const FilterModule& module, bool full) {
     }
 }
 
+// A filter stops without a word when the selection, reduced for its window,
+// has this many pixels or fewer in a direction.
+constexpr int kSmallestPreview = 5;
+
+// Why a filter cancelled, where the host can tell: its last request was a
+// view of the selection too small to show.
+std::string CancelReason(const FilterRecord& record) {
+    const Rect& in = record.inRect;
+    const int width = in.right - in.left, height = in.bottom - in.top;
+    if (width <= 0 || height <= 0 || (width > kSmallestPreview && height > kSmallestPreview))
+        return "";
+    std::string reason = "the filter stopped at a view of the selection of " +
+                         std::to_string(width) + " by " + std::to_string(height) + " pixels";
+    const int scale = record.inputRate >> 16;
+    if (scale > 1)
+        reason += " (reduced " + std::to_string(scale) +
+                  " times to fit a screen; --no-window works at full size)";
+    return reason + ", too small to work on";
+}
+
+// Whether a window could be shown here at all.
+bool DisplayInEnvironment() {
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        const char* value = std::getenv(name);
+        if (value && *value) return true;
+    }
+    return false;
+}
+
+// The command line again, with --no-window added.
+std::string WithoutWindow(int argc, const char* const* argv) {
+    std::string line = "plumet --no-window";
+    for (int i = 0; i < argc; ++i) {
+        const std::string arg = argv[i] ? argv[i] : "";
+        const bool plain = !arg.empty() &&
+                           arg.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVW"
+                                                 "XYZ0123456789-_=+,./:@%") == std::string::npos;
+        line += plain ? " " + arg : " '" + arg + "'";
+    }
+    return line;
+}
+
 } // namespace
 
 std::string DefaultPluginPath() {
@@ -102,7 +145,8 @@ int RunCommandLine(int argc, const char* const* argv) {
     }
 
     HostImage image;
-    if (!ReadImageFile(options.input, image, error)) {
+    ImageExtras extras;
+    if (!ReadImageFile(options.input, image, error, &extras)) {
         Say(error);
         return kExitImage;
     }
@@ -110,6 +154,8 @@ int RunCommandLine(int argc, const char* const* argv) {
         Say(error);
         return kExitImage;
     }
+    for (const std::string& note : extras.notes)
+        Say(options.input + ": " + note);
     FilterSetup setup;
     setup.selection = options.selection;
     setup.protectTransparency = options.protectTransparency;
@@ -126,10 +172,12 @@ int RunCommandLine(int argc, const char* const* argv) {
     const PiPLInfo& info = module->Info();
     const std::string owner = KeptRecordOwner(info);
     KeptRecord kept;
-    if (!statePath.empty()) {
+    bool keepable = !statePath.empty();
+    if (keepable) {
         std::string warning;
-        if (LoadKeptRecord(statePath, owner, kept.block, warning) == StateLoad::Damaged)
-            Say(warning);
+        const StateLoad load = LoadKeptRecord(statePath, owner, kept.block, warning);
+        if (load == StateLoad::Damaged || load == StateLoad::Unusable) Say(warning);
+        keepable = load != StateLoad::Unusable;
     }
     if (options.repeat && !kept.block) {
         Say("nothing to repeat: no settings of " + info.name +
@@ -139,23 +187,34 @@ int RunCommandLine(int argc, const char* const* argv) {
 
     const RunOutcome outcome = RunFilter(*module, *host, kept.block, options.repeat);
 
-    if (kept.block) {
-        if (statePath.empty())
-            Say("the filter's settings are not kept: neither XDG_STATE_HOME nor HOME is set");
-        else if (!SaveKeptRecord(statePath, owner, kept.block, error))
-            Say("the filter's settings are not kept: " + error);
-    }
-
     if (outcome.result != 0) {
-        const ResultReport report = ReportForResult(outcome.result, host->ErrorStringText());
+        // Nothing of a run that did not end with OK is kept.
+        ResultReport report = ReportForResult(outcome.result, host->ErrorStringText());
+        if (outcome.result > 0) {
+            const std::string reason = CancelReason(host->Record());
+            if (!reason.empty())
+                report.message = "cancelled: " + reason + "; the image is unchanged";
+        } else if (setup.showDialog && !DisplayInEnvironment()) {
+            report.message += " (without a display: " + WithoutWindow(argc, argv) + ")";
+        }
         Say(outcome.hostMessage.empty() ? report.message
                                         : outcome.hostMessage + ": " + report.message);
         return report.exitStatus;
     }
-    if (!WriteImageFile(options.output, host->Destination(), error)) {
+
+    if (kept.block) {
+        if (statePath.empty())
+            Say("the filter's settings are not kept: neither XDG_STATE_HOME nor HOME is set");
+        else if (keepable && !SaveKeptRecord(statePath, owner, kept.block, error))
+            Say("the filter's settings are not kept: " + error);
+    }
+    const HostImage& result = host->Destination();
+    if (!WriteImageFile(options.output, result, error, &extras)) {
         Say(error);
         return kExitImage;
     }
+    if (result.hasAlpha && FormatFromExtension(options.output) == ImageFormat::JPEG)
+        Say(options.output + ": JPEG holds no transparency, so the layer was flattened over white");
     return kExitSuccess;
 }
 

@@ -2,6 +2,7 @@
 
 #include "hosts/ResultCodes.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
@@ -25,14 +26,21 @@ bool ParseSelection(const std::string& text, VRect& rect) {
     while (true) {
         const std::size_t comma = text.find(',', start);
         long long v = 0;
-        if (!ParseInt(text.substr(start, comma - start), -1000000, 1000000, v)) return false;
+        if (!ParseInt(text.substr(start, comma - start), std::numeric_limits<int32_t>::min(),
+                      std::numeric_limits<int32_t>::max(), v))
+            return false;
         parts.push_back(v);
         if (comma == std::string::npos) break;
         start = comma + 1;
     }
     if (parts.size() != 4) return false;
-    rect = VRect{int32(parts[1]), int32(parts[0]), int32(parts[1] + parts[3]),
-                 int32(parts[0] + parts[2])};
+    // A far edge beyond what 32 bits hold lies outside any image all the same.
+    const auto edge = [](long long v) {
+        return int32(std::clamp<long long>(v, std::numeric_limits<int32_t>::min(),
+                                           std::numeric_limits<int32_t>::max()));
+    };
+    rect = VRect{int32(parts[1]), int32(parts[0]), edge(parts[1] + parts[3]),
+                 edge(parts[0] + parts[2])};
     return true;
 }
 

@@ -37,6 +37,10 @@ struct HostImage {
     }
 };
 
+// Whether an image of that size and number of planes can be held: false
+// with a message in the host's words when a side or the whole is too large.
+bool CheckImageSize(int width, int height, int planes, std::string& error);
+
 // Makes a zero-filled image. Fails with a message when the size is empty,
 // beyond kMaxImageSide or kMaxImageBytes, or the memory cannot be had.
 bool MakeImage(int width, int height, ColourModel model, bool hasAlpha, HostImage& image,

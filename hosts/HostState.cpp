@@ -109,6 +109,12 @@ StateLoad DecodeKeptRecord(const uint8_t* data, std::size_t size, const std::str
 StateLoad LoadKeptRecord(const std::string& path, const std::string& owner, Handle& block,
                          std::string& warning) {
     block = nullptr;
+    struct stat st {};
+    if (stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode)) {
+        warning = path + " is a directory, not the host's state file; the filter's settings "
+                         "can be neither read nor kept there";
+        return StateLoad::Unusable;
+    }
     std::ifstream in(path, std::ios::binary);
     if (!in) return StateLoad::Missing;
     // The largest file a kept record makes, and one byte more to tell it is longer.

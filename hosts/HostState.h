@@ -33,7 +33,7 @@ std::string DefaultStatePath();
 // Owners longer than this are cut.
 constexpr std::size_t kMaxOwner = 1024;
 
-enum class StateLoad { Loaded, Missing, OtherOwner, Damaged };
+enum class StateLoad { Loaded, Missing, OtherOwner, Damaged, Unusable };
 
 // The owner of a filter's kept record: its name, category and version.
 std::string KeptRecordOwner(const PiPLInfo& info);
@@ -50,7 +50,8 @@ StateLoad DecodeKeptRecord(const uint8_t* data, std::size_t size, const std::str
 // Reads the kept record of `owner` into a new block from PIGlobalAlloc (the
 // caller frees it with PIGlobalFree). Missing: no file. OtherOwner: the
 // record is another filter's. Damaged: the file is not a kept record, and
-// `warning` says why. The block is null unless Loaded.
+// `warning` says why. Unusable: the path is a directory, so nothing can be
+// kept there either; `warning` says so. The block is null unless Loaded.
 StateLoad LoadKeptRecord(const std::string& path, const std::string& owner, Handle& block,
                          std::string& warning);
 

@@ -1,10 +1,13 @@
 #include "hosts/ImageFiles.h"
 
+#include "hosts/FileMetadata.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -31,7 +34,39 @@ bool LooksLikeTiff(const std::string& path) {
            (std::memcmp(head, "II+\0", 4) == 0) || (std::memcmp(head, "MM\0+", 4) == 0);
 }
 
+// The file a write to `path` lands in: a symbolic link is followed to its
+// target, which need not exist yet, so that the link stays a link.
+std::string WriteTarget(const std::string& path) {
+    namespace fs = std::filesystem;
+    fs::path target(path);
+    std::error_code ec;
+    for (int hops = 0; hops < 40 && fs::is_symlink(fs::symlink_status(target, ec)); ++hops) {
+        const fs::path next = fs::read_symlink(target, ec);
+        if (ec) break;
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+    return target.string();
+}
+
+// Makes an empty file with a unique name beside `target`, with the
+// permissions of a new file, and answers its name; empty with errno set on
+// failure.
+std::string MakeFileBeside(const std::string& target) {
+    std::string temp = target + ".partXXXXXX";
+    const int fd = mkstemp(temp.data());
+    if (fd < 0) return "";
+    // mkstemp makes the file private; give it the permissions of a new file.
+    const mode_t mask = umask(0);
+    umask(mask);
+    fchmod(fd, 0666 & ~mask);
+    close(fd);
+    return temp;
+}
+
 } // namespace
+
+const char* const kDeepImageNote =
+    "more than 8 bits a channel: the filter works on 8 bits a channel, so the result has 8";
 
 ImageFormat FormatFromExtension(const std::string& path) {
     const std::string ext = LowerExtension(path);
@@ -41,13 +76,19 @@ ImageFormat FormatFromExtension(const std::string& path) {
     return ImageFormat::Unknown;
 }
 
-bool ReadImageFile(const std::string& path, HostImage& image, std::string& error) {
+bool ReadImageFile(const std::string& path, HostImage& image, std::string& error,
+                   ImageExtras* extras) {
     if (access(path.c_str(), R_OK) != 0) {
         error = path + ": cannot open: " + std::strerror(errno);
         return false;
     }
-    if (LooksLikeTiff(path)) return ReadTiffFile(path, image, error);
-    return ReadQtImageFile(path, image, error);
+    ImageExtras read;
+    const bool ok = LooksLikeTiff(path) ? ReadTiffFile(path, image, read, error)
+                                        : ReadQtImageFile(path, image, read, error);
+    if (!ok || !extras) return ok;
+    read.metadata = FileMetadata::Read(path);
+    *extras = std::move(read);
+    return true;
 }
 
 bool CanWriteImageFile(const std::string& path, const HostImage& image, std::string& error) {
@@ -60,35 +101,44 @@ bool CanWriteImageFile(const std::string& path, const HostImage& image, std::str
         error = path + ": a CMYK image can only be written as TIFF (.tif or .tiff)";
         return false;
     }
+    // Before any work, prove that a file can be made there.
+    const std::string target = WriteTarget(path);
+    struct stat st {};
+    if (stat(target.c_str(), &st) == 0 && S_ISDIR(st.st_mode)) {
+        error = path + ": is a directory";
+        return false;
+    }
+    const std::string probe = MakeFileBeside(target);
+    if (probe.empty()) {
+        error = path + ": cannot create the file: " + std::strerror(errno);
+        return false;
+    }
+    std::remove(probe.c_str());
     return true;
 }
 
-bool WriteImageFile(const std::string& path, const HostImage& image, std::string& error) {
+bool WriteImageFile(const std::string& path, const HostImage& image, std::string& error,
+                    const ImageExtras* extras) {
     if (!CanWriteImageFile(path, image, error)) return false;
     if (image.width <= 0 || image.height <= 0 ||
         image.pixels.size() != image.RowBytes() * std::size_t(image.height)) {
         error = path + ": nothing to write (the image is empty or inconsistent)";
         return false;
     }
-    // A temporary name in the same directory, so that the rename is atomic.
-    std::string temp = path + ".partXXXXXX";
-    std::vector<char> name(temp.begin(), temp.end());
-    name.push_back('\0');
-    const int fd = mkstemp(name.data());
-    if (fd < 0) {
+    // A temporary name in the target's directory, so that the rename is atomic.
+    const std::string target = WriteTarget(path);
+    const std::string temp = MakeFileBeside(target);
+    if (temp.empty()) {
         error = path + ": cannot create a file beside it: " + std::strerror(errno);
         return false;
     }
-    // mkstemp makes the file private; give it the permissions of a new file.
-    const mode_t mask = umask(0);
-    umask(mask);
-    fchmod(fd, 0666 & ~mask);
-    close(fd);
-    temp = name.data();
-
+    const ImageExtras none;
+    const ImageExtras& with = extras ? *extras : none;
     const ImageFormat format = FormatFromExtension(path);
-    const bool written = format == ImageFormat::TIFF ? WriteTiffFile(temp, image, error)
-                                                     : WriteQtImageFile(temp, format, image, error);
+    bool written = format == ImageFormat::TIFF ? WriteTiffFile(temp, image, with, error)
+                                               : WriteQtImageFile(temp, format, image, with, error);
+    if (written && with.metadata)
+        written = with.metadata->WriteInto(temp, image.width, image.height, error);
     if (!written) {
         std::remove(temp.c_str());
         // The message names the temporary file; name the one asked for.
@@ -96,7 +146,7 @@ bool WriteImageFile(const std::string& path, const HostImage& image, std::string
             error.replace(at, temp.size(), path);
         return false;
     }
-    if (std::rename(temp.c_str(), path.c_str()) != 0) {
+    if (std::rename(temp.c_str(), target.c_str()) != 0) {
         error = path + ": cannot write: " + std::strerror(errno);
         std::remove(temp.c_str());
         return false;

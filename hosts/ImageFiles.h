@@ -5,11 +5,29 @@
 
 #include "hosts/HostImage.h"
 
+#include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace plumet::hosts {
 
 enum class ImageFormat { Unknown, PNG, JPEG, TIFF };
+
+class FileMetadata;
+
+// What a file holds besides its pixels, carried from the input to the output
+// as far as the output's format can hold it.
+struct ImageExtras {
+    double dpiX = 0; // resolution in dots per inch; 0: the file states none
+    double dpiY = 0;
+    std::vector<uint8_t> iccProfile; // the colour profile; empty: none
+    // EXIF, XMP and IPTC; null: none.
+    std::shared_ptr<const FileMetadata> metadata;
+    // What reading changed that the user should know ("16 bits a channel
+    // ..."), one line each.
+    std::vector<std::string> notes;
+};
 
 // The format named by a file's extension (case-insensitive): .png, .jpg,
 // .jpeg, .tif, .tiff.
@@ -18,26 +36,39 @@ ImageFormat FormatFromExtension(const std::string& path);
 // Reads an image. TIFF is recognised by its header; everything else goes to
 // Qt's readers. RGB files become flat RGB images, files with transparency
 // become RGB layers, CMYK TIFF becomes a flat CMYK image. On failure returns
-// false with a one-line message naming the file.
-bool ReadImageFile(const std::string& path, HostImage& image, std::string& error);
+// false with a one-line message naming the file. A damaged file is refused,
+// not read in part. With `extras`, also what the file holds besides pixels.
+bool ReadImageFile(const std::string& path, HostImage& image, std::string& error,
+                   ImageExtras* extras = nullptr);
 
 // Checks before any work is done that an image of this kind can be written
-// under this name.
+// under this name: a format that holds it, and a place where a file can be
+// created.
 bool CanWriteImageFile(const std::string& path, const HostImage& image, std::string& error);
 
 // Writes an image in the format of the file's extension. The file is written
 // under a temporary name beside it and renamed at the end, so that a failure
-// never leaves a partial file. PNG and TIFF keep transparency; JPEG cannot
-// hold it, so a layer is flattened over white first. CMYK goes to TIFF only.
-bool WriteImageFile(const std::string& path, const HostImage& image, std::string& error);
+// never leaves a partial file; a symbolic link is written through to its
+// target. PNG and TIFF keep transparency; JPEG cannot hold it, so a layer is
+// flattened over white first. CMYK goes to TIFF only. With `extras`, the
+// resolution, colour profile and metadata go into the file too.
+bool WriteImageFile(const std::string& path, const HostImage& image, std::string& error,
+                    const ImageExtras* extras = nullptr);
 
 // The format-specific halves (in TiffFiles.cpp and QtImageFiles.cpp). They
-// write straight to the path given.
-bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error);
-bool WriteTiffFile(const std::string& path, const HostImage& image, std::string& error);
-bool ReadQtImageFile(const std::string& path, HostImage& image, std::string& error);
+// write straight to the path given, and read and write the resolution and
+// the colour profile of `extras`.
+bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras,
+                  std::string& error);
+bool WriteTiffFile(const std::string& path, const HostImage& image, const ImageExtras& extras,
+                   std::string& error);
+bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& extras,
+                     std::string& error);
 bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostImage& image,
-                      std::string& error);
+                      const ImageExtras& extras, std::string& error);
+
+// The note for an image of more than 8 bits a channel.
+extern const char* const kDeepImageNote;
 
 } // namespace plumet::hosts
 

@@ -2,12 +2,16 @@
 // used: they need no application object and no display.
 #include "hosts/ImageFiles.h"
 
+#include <QColorSpace>
 #include <QImage>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QString>
+#include <QTransform>
 #include <QtGlobal>
 
+#include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <unistd.h>
@@ -72,32 +76,87 @@ class DiagnosticCatcher {
     static inline std::string caught_;
 };
 
+constexpr double kMetresPerInch = 0.0254;
+
+bool MoreThan8Bits(QImage::Format format) {
+    switch (format) {
+    case QImage::Format_RGBX64:
+    case QImage::Format_RGBA64:
+    case QImage::Format_RGBA64_Premultiplied:
+    case QImage::Format_Grayscale16:
+    case QImage::Format_RGBX16FPx4:
+    case QImage::Format_RGBA16FPx4:
+    case QImage::Format_RGBA16FPx4_Premultiplied:
+    case QImage::Format_RGBX32FPx4:
+    case QImage::Format_RGBA32FPx4:
+    case QImage::Format_RGBA32FPx4_Premultiplied:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The JPEG decoder goes on over a file that ends early or holds garbage,
+// filling the rest with grey, and only warns. Those warnings mean damage.
+bool JpegDamage(const std::string& diagnostic) {
+    return diagnostic.find("Premature end of JPEG file") != std::string::npos ||
+           diagnostic.find("Corrupt JPEG data") != std::string::npos;
+}
+
+// Turns a picture upright as its file says (EXIF orientation). Done here
+// rather than by the reader, whose own turn loses the colour profile.
+QImage Upright(const QImage& image, QImageIOHandler::Transformations how) {
+    if (how == QImageIOHandler::TransformationNone) return image;
+    if (how == QImageIOHandler::TransformationRotate270)
+        return image.transformed(QTransform().rotate(270));
+    QImage turned = image.mirrored(how & QImageIOHandler::TransformationMirror,
+                                   how & QImageIOHandler::TransformationFlip);
+    if (how & QImageIOHandler::TransformationRotate90)
+        turned = turned.transformed(QTransform().rotate(90));
+    return turned;
+}
+
 } // namespace
 
-bool ReadQtImageFile(const std::string& path, HostImage& image, std::string& error) {
+bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& extras,
+                     std::string& error) {
     DiagnosticCatcher catcher;
     QImageReader reader(ToQString(path));
-    reader.setAutoTransform(true);
+    reader.setAutoTransform(false);
     if (!reader.canRead()) {
         error = path + ": unsupported or unreadable image file";
         return false;
     }
     const QSize size = reader.size();
-    if (size.isValid() && (size.width() > kMaxImageSide || size.height() > kMaxImageSide)) {
-        error = path + ": the image is " + std::to_string(size.width()) + " by " +
-                std::to_string(size.height()) + " pixels; at most " +
-                std::to_string(kMaxImageSide) + " a side can be filtered";
-        return false;
+    const QImage::Format stored = reader.imageFormat();
+    const bool jpeg = reader.format() == "jpeg";
+    if (size.isValid()) {
+        const bool alpha = QImage::toPixelFormat(stored).alphaUsage() == QPixelFormat::UsesAlpha;
+        if (!CheckImageSize(size.width(), size.height(), alpha ? 4 : 3, error)) {
+            error = path + ": " + error;
+            return false;
+        }
+        // The reader's own limit stands for a desktop program's needs; what
+        // the host can hold decides here, with room for the widest form the
+        // reader decodes into (8 bytes a pixel).
+        const qint64 decoded = qint64(size.width()) * size.height() * 8;
+        QImageReader::setAllocationLimit(int(std::min<qint64>(INT_MAX, (decoded >> 20) + 1)));
     }
     QImage read;
-    if (!reader.read(&read) || read.isNull()) {
-        error = path + ": cannot read the image: " + reader.errorString().toStdString() +
-                catcher.Detail();
+    const bool ok = reader.read(&read) && !read.isNull();
+    const std::string detail = catcher.Detail();
+    if (!ok) {
+        error = path + ": cannot read the image: " + reader.errorString().toStdString() + detail;
+        return false;
+    }
+    if (jpeg && JpegDamage(detail)) {
+        error = path + ": damaged JPEG" + detail;
         return false;
     }
     const bool alpha = read.hasAlphaChannel();
-    const QImage pixels =
-        read.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    const QImageIOHandler::Transformations turn = reader.transformation();
+    const QImage pixels = Upright(
+        read.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888), turn);
     if (pixels.isNull()) {
         error = path + ": out of memory while converting the image";
         return false;
@@ -110,11 +169,18 @@ bool ReadQtImageFile(const std::string& path, HostImage& image, std::string& err
     for (int row = 0; row < made.height; ++row)
         std::memcpy(made.Pixel(row, 0), pixels.constScanLine(row), made.RowBytes());
     image = std::move(made);
+    extras.dpiX = read.dotsPerMeterX() * kMetresPerInch;
+    extras.dpiY = read.dotsPerMeterY() * kMetresPerInch;
+    if (turn & QImageIOHandler::TransformationRotate90) std::swap(extras.dpiX, extras.dpiY);
+    const QByteArray icc = read.colorSpace().iccProfile();
+    extras.iccProfile.assign(icc.begin(), icc.end());
+    if (MoreThan8Bits(read.format()) || MoreThan8Bits(stored))
+        extras.notes.push_back(kDeepImageNote);
     return true;
 }
 
 bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostImage& image,
-                      std::string& error) {
+                      const ImageExtras& extras, std::string& error) {
     if (image.model != ColourModel::RGB) {
         error = path + ": only RGB images can be written in this format";
         return false;
@@ -141,6 +207,14 @@ bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostIma
                 dst[k] = uchar((src[k] * a + 255u * (255u - a) + 127u) / 255u);
         }
     }
+    if (extras.dpiX > 0 && extras.dpiY > 0) {
+        out.setDotsPerMeterX(int(extras.dpiX / kMetresPerInch + 0.5));
+        out.setDotsPerMeterY(int(extras.dpiY / kMetresPerInch + 0.5));
+    }
+    if (!extras.iccProfile.empty())
+        out.setColorSpace(QColorSpace::fromIccProfile(
+            QByteArray(reinterpret_cast<const char*>(extras.iccProfile.data()),
+                       qsizetype(extras.iccProfile.size()))));
     DiagnosticCatcher catcher;
     QImageWriter writer(ToQString(path), format == ImageFormat::PNG ? "png" : "jpeg");
     if (format == ImageFormat::JPEG) writer.setQuality(92);

@@ -140,9 +140,30 @@ bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, const std::stri
     return true;
 }
 
+constexpr double kCentimetresPerInch = 2.54;
+
+// The resolution and the colour profile, as far as the file states them.
+void ReadExtras(TIFF* tif, uint16_t bits, ImageExtras& extras) {
+    float x = 0, y = 0;
+    uint16_t unit = RESUNIT_INCH;
+    TIFFGetFieldDefaulted(tif, TIFFTAG_RESOLUTIONUNIT, &unit);
+    if (unit != RESUNIT_NONE && TIFFGetField(tif, TIFFTAG_XRESOLUTION, &x) &&
+        TIFFGetField(tif, TIFFTAG_YRESOLUTION, &y) && x > 0 && y > 0) {
+        const double perInch = unit == RESUNIT_CENTIMETER ? kCentimetresPerInch : 1.0;
+        extras.dpiX = x * perInch;
+        extras.dpiY = y * perInch;
+    }
+    uint32_t iccSize = 0;
+    const uint8_t* icc = nullptr;
+    if (TIFFGetField(tif, TIFFTAG_ICCPROFILE, &iccSize, &icc) && icc && iccSize > 0)
+        extras.iccProfile.assign(icc, icc + iccSize);
+    if (bits > 8) extras.notes.push_back(kDeepImageNote);
+}
+
 } // namespace
 
-bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error) {
+bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras,
+                  std::string& error) {
     TiffMessages messages;
     TiffPtr tif = OpenTiff(path, "r", messages);
     if (!tif) {
@@ -165,6 +186,8 @@ bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error)
         return false;
     }
     TIFFGetFieldDefaulted(tif.get(), TIFFTAG_INKSET, &inkSet);
+    uint16_t orientation = ORIENTATION_TOPLEFT;
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_ORIENTATION, &orientation);
     if (width == 0 || height == 0 || width > uint32_t(kMaxImageSide) ||
         height > uint32_t(kMaxImageSide)) {
         error = path + ": the TIFF is " + std::to_string(width) + " by " + std::to_string(height) +
@@ -198,11 +221,14 @@ bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error)
         }
         if (!ReadScanlines(tif.get(), made, planar, samples, false, path, messages, error))
             return false;
+        ReadExtras(tif.get(), bits, extras);
         image = std::move(made);
         return true;
     }
 
+    // Rows stored in another order go through the reader that turns them.
     const bool direct = photometric == PHOTOMETRIC_RGB && bits == 8 && strips &&
+                        orientation == ORIENTATION_TOPLEFT &&
                         (samples == 3 || (samples == 4 && alphaSample));
     HostImage made;
     if (!MakeImage(int(width), int(height), ColourModel::RGB, alphaSample, made, error)) {
@@ -212,11 +238,14 @@ bool ReadTiffFile(const std::string& path, HostImage& image, std::string& error)
     const bool ok =
         direct ? ReadScanlines(tif.get(), made, planar, samples, associated, path, messages, error)
                : ReadThroughRgba(tif.get(), made, alphaSample, path, messages, error);
-    if (ok) image = std::move(made);
-    return ok;
+    if (!ok) return false;
+    ReadExtras(tif.get(), bits, extras);
+    image = std::move(made);
+    return true;
 }
 
-bool WriteTiffFile(const std::string& path, const HostImage& image, std::string& error) {
+bool WriteTiffFile(const std::string& path, const HostImage& image, const ImageExtras& extras,
+                   std::string& error) {
     TiffMessages messages;
     TiffPtr tif = OpenTiff(path, "w", messages);
     if (!tif) {
@@ -243,6 +272,14 @@ bool WriteTiffFile(const std::string& path, const HostImage& image, std::string&
         const uint16_t extra[1] = {EXTRASAMPLE_UNASSALPHA};
         TIFFSetField(t, TIFFTAG_EXTRASAMPLES, uint16_t(1), extra);
     }
+    if (extras.dpiX > 0 && extras.dpiY > 0) {
+        TIFFSetField(t, TIFFTAG_RESOLUTIONUNIT, uint16_t(RESUNIT_INCH));
+        TIFFSetField(t, TIFFTAG_XRESOLUTION, float(extras.dpiX));
+        TIFFSetField(t, TIFFTAG_YRESOLUTION, float(extras.dpiY));
+    }
+    if (!extras.iccProfile.empty())
+        TIFFSetField(t, TIFFTAG_ICCPROFILE, uint32_t(extras.iccProfile.size()),
+                     extras.iccProfile.data());
     TIFFSetField(t, TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(t, 0));
     std::vector<uint8_t> line(image.RowBytes()); // libtiff may scribble on the row it is given
     for (int row = 0; row < image.height; ++row) {

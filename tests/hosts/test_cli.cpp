@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 using namespace plumet::hosts;
 using namespace plumet::hosts::testing;
@@ -140,6 +141,7 @@ TEST_F(Cli, BadInputGivesOneLineAnExitStatusAndNoOutput) {
         {{"--select", "0,0,0,5", In("rgb.png"), out}, kExitImage, "selection is empty"},
         {{"--select", "1,2,3", In("rgb.png"), out}, kExitUsage, "X,Y,W,H"},
         {{"--select", "a,b,c,d", In("rgb.png"), out}, kExitUsage, "X,Y,W,H"},
+        {{"--select", "0,0,2147483647,16", In("rgb.png"), out}, kExitImage, "not inside"},
         {{In("rgb.png")}, kExitUsage, "OUTPUT"},
         {{In("rgb.png"), out, "extra"}, kExitUsage, "too many"},
         {{"--bogus", In("rgb.png"), out}, kExitUsage, "unknown option --bogus"},
@@ -147,15 +149,27 @@ TEST_F(Cli, BadInputGivesOneLineAnExitStatusAndNoOutput) {
         {{In("cmyk.tif"), out}, kExitImage, "only be written as TIFF"},
         {{In("rgb.png"), In("out.gif")}, kExitImage, "unsupported output format"},
         {{In("rgb.png"), In("nodir/out.png")}, kExitImage, "out.png"},
+        {{In("rgb.png"), In("folder.png")}, kExitImage, "is a directory"},
     };
+    std::filesystem::create_directory(In("folder.png"));
     for (const Case& c : cases) {
         SCOPED_TRACE(c.message);
         const Command result = Run(c.args);
         EXPECT_EQ(result.status, c.status);
         ExpectOneLine(result, c.message);
         EXPECT_FALSE(FileExists(out));
+        EXPECT_FALSE(FileExists(dir_ + "/log")) << "refused before the filter runs";
     }
     EXPECT_FALSE(FileExists(In("nodir")));
+}
+
+TEST_F(Cli, SaysWhatItCannotKeep) {
+    std::filesystem::create_directories(dir_ + "/state/plumet/host-state");
+    const Command c = Run({"--no-window", In("rgba.png"), In("out.jpg")});
+    EXPECT_EQ(c.status, kExitSuccess) << c.err;
+    EXPECT_NE(c.err.find("host-state is a directory"), std::string::npos) << c.err;
+    EXPECT_NE(c.err.find("flattened over white"), std::string::npos) << c.err;
+    EXPECT_EQ(std::count(c.err.begin(), c.err.end(), '\n'), 2) << c.err;
 }
 
 TEST_F(Cli, ModulesThatAreNotFiltersAreRefused) {
@@ -202,7 +216,14 @@ TEST_F(Cli, FilterResultsMapToTheirExitStatusAndMessage) {
         EXPECT_EQ(result.status, c.status);
         ExpectOneLine(result, c.message);
         EXPECT_FALSE(FileExists(In("out.png")));
+        // Nothing is kept from a run that did not end with OK.
+        EXPECT_FALSE(FileExists(dir_ + "/state/plumet/host-state"));
     }
+    // A windowed run that failed here, without a display, names the command
+    // that works.
+    const Command windowed = Run({In("rgb.png"), In("out.png")}, {"TESTFILTER_FAIL=3:-30904"});
+    ExpectOneLine(windowed, "(without a display: plumet --no-window --plugin ");
+    EXPECT_NE(windowed.err.find(In("rgb.png") + " " + In("out.png") + ")"), std::string::npos);
     const Command endless = Run({In("rgb.png"), In("out.png")}, {"TESTFILTER_STYLE=endless"});
     EXPECT_EQ(endless.status, kExitInternal);
     ExpectOneLine(endless, "without finishing");

@@ -1,9 +1,13 @@
 // Image files: round trips through every format, and every kind of bad file.
 #include "TestSupport.h"
+#include "hosts/FileMetadata.h"
 #include "hosts/ImageFiles.h"
 
+#include <QColorSpace>
+#include <exiv2/exiv2.hpp>
 #include <gtest/gtest.h>
 #include <tiffio.h>
+#include <zlib.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -27,6 +31,54 @@ HostImage RoundTrip(const std::string& path, const HostImage& image) {
     HostImage read;
     EXPECT_TRUE(ReadImageFile(path, read, error)) << error;
     return read;
+}
+
+// A PNG of flat grey rows; `data` false leaves the pixel data out, for a
+// file whose header alone is read.
+std::string FlatPng(uint32_t width, uint32_t height, bool data) {
+    const auto chunk = [](const char* type, const std::string& body) {
+        std::string out;
+        for (uint32_t v : {uint32_t(body.size())})
+            for (int k = 3; k >= 0; --k)
+                out += char(v >> (8 * k));
+        const std::string typed = type + body;
+        const uLong crc =
+            crc32(0, reinterpret_cast<const Bytef*>(typed.data()), uInt(typed.size()));
+        out += typed;
+        for (int k = 3; k >= 0; --k)
+            out += char(crc >> (8 * k));
+        return out;
+    };
+    std::string header;
+    for (uint32_t v : {width, height})
+        for (int k = 3; k >= 0; --k)
+            header += char(v >> (8 * k));
+    header += std::string("\x08\x00\x00\x00\x00", 5); // 8-bit grey
+    std::string rows;
+    if (data)
+        for (uint32_t r = 0; r < height; ++r)
+            rows += '\0' + std::string(width, char(128));
+    std::string packed(compressBound(uLong(rows.size())), '\0');
+    uLongf size = uLongf(packed.size());
+    compress2(reinterpret_cast<Bytef*>(packed.data()), &size,
+              reinterpret_cast<const Bytef*>(rows.data()), uLong(rows.size()), 1);
+    packed.resize(size);
+    return "\x89PNG\r\n\x1a\n" + chunk("IHDR", header) + chunk("IDAT", packed) + chunk("IEND", "");
+}
+
+std::string ExifText(const std::string& path, const char* key) {
+    auto image = Exiv2::ImageFactory::open(path);
+    image->readMetadata();
+    if (key[0] == 'X') {
+        const auto at = image->xmpData().findKey(Exiv2::XmpKey(key));
+        return at == image->xmpData().end() ? "" : at->toString();
+    }
+    if (key[0] == 'I') {
+        const auto at = image->iptcData().findKey(Exiv2::IptcKey(key));
+        return at == image->iptcData().end() ? "" : at->toString();
+    }
+    const auto at = image->exifData().findKey(Exiv2::ExifKey(key));
+    return at == image->exifData().end() ? "" : at->toString();
 }
 
 } // namespace
@@ -143,15 +195,18 @@ TEST(HostImageFiles, BadInputGivesAMessageNamingTheFile) {
     std::string error;
     ASSERT_TRUE(WriteImageFile(dir + "/good.png", image, error));
     ASSERT_TRUE(WriteImageFile(dir + "/good.tif", image, error));
+    ASSERT_TRUE(WriteImageFile(dir + "/good.jpg", image, error));
     const std::string png = ReadText(dir + "/good.png");
     const std::string tif = ReadText(dir + "/good.tif");
+    const std::string jpg = ReadText(dir + "/good.jpg");
+    WriteBytes(dir + "/cut.jpg", jpg.substr(0, jpg.size() * 2 / 3));
     WriteBytes(dir + "/text.png", "this is not an image\n");
     WriteBytes(dir + "/cut.png", png.substr(0, png.size() / 2));
     WriteBytes(dir + "/cut.tif", tif.substr(0, 40));
     WriteBytes(dir + "/headonly.tif", std::string("II*\0\x08\0\0\0", 8));
     WriteBytes(dir + "/empty.jpg", "");
-    for (const char* name :
-         {"missing.png", "text.png", "cut.png", "cut.tif", "headonly.tif", "empty.jpg"}) {
+    for (const char* name : {"missing.png", "text.png", "cut.png", "cut.tif", "headonly.tif",
+                             "empty.jpg", "cut.jpg"}) {
         SCOPED_TRACE(name);
         HostImage read;
         error.clear();
@@ -173,8 +228,21 @@ TEST(HostImageFiles, WritingRefusesWhatTheFormatCannotHoldAndLeavesNoFile) {
     EXPECT_NE(error.find("unsupported output format"), std::string::npos) << error;
     EXPECT_FALSE(WriteImageFile(dir + "/no/such/dir/rgb.png", rgb, error));
     EXPECT_FALSE(WriteImageFile(dir + "/empty.png", HostImage{}, error));
+    std::filesystem::create_directory(dir + "/folder.png");
+    EXPECT_FALSE(CanWriteImageFile(dir + "/folder.png", rgb, error));
+    EXPECT_NE(error.find("is a directory"), std::string::npos) << error;
+    EXPECT_FALSE(CanWriteImageFile(dir + "/no/rgb.png", rgb, error));
+    std::filesystem::remove(dir + "/folder.png");
     // Nothing, not even a temporary file, is left behind.
     EXPECT_TRUE(std::filesystem::is_empty(dir));
+
+    // A symbolic link is written through: the link stays, its target changes.
+    std::filesystem::create_symlink("target.png", dir + "/link.png");
+    ASSERT_TRUE(WriteImageFile(dir + "/link.png", rgb, error)) << error;
+    EXPECT_TRUE(std::filesystem::is_symlink(dir + "/link.png"));
+    HostImage read;
+    ASSERT_TRUE(ReadImageFile(dir + "/target.png", read, error)) << error;
+    ExpectSamePixels(read, rgb);
 }
 
 TEST(HostImageFiles, SizesTheInterfaceCannotCarryAreRefused) {
@@ -197,4 +265,71 @@ TEST(HostImageFiles, SizesTheInterfaceCannotCarryAreRefused) {
     TIFFClose(t);
     EXPECT_FALSE(ReadImageFile(dir + "/huge.tif", image, error));
     EXPECT_NE(error.find("100000"), std::string::npos) << error;
+
+    // A photo larger than a desktop program's reader allows at first is read;
+    // one beyond what the host holds is refused as too large, unread.
+    WriteBytes(dir + "/photo.png", FlatPng(6000, 5600, true));
+    ASSERT_TRUE(ReadImageFile(dir + "/photo.png", image, error)) << error;
+    EXPECT_EQ(image.Pixel(5599, 5999)[2], 128);
+    WriteBytes(dir + "/vast.png", FlatPng(30000, 30000, false));
+    EXPECT_FALSE(ReadImageFile(dir + "/vast.png", image, error));
+    EXPECT_NE(error.find("too large"), std::string::npos) << error;
+}
+
+TEST(HostImageFiles, WhatTheFileHoldsBesidesPixelsGoesIntoTheOutput) {
+    const std::string dir = ScratchDir("extras");
+    ImageExtras given;
+    given.dpiX = given.dpiY = 300;
+    const QByteArray icc = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+    given.iccProfile.assign(icc.begin(), icc.end());
+    std::string error;
+    // A camera's picture: stored on its side, with EXIF that says to turn it.
+    ASSERT_TRUE(WriteImageFile(dir + "/photo.jpg", Pattern(40, 20, ColourModel::RGB, false), error,
+                               &given));
+    {
+        auto image = Exiv2::ImageFactory::open(dir + "/photo.jpg");
+        image->readMetadata();
+        image->exifData()["Exif.Image.Orientation"] = uint16_t(6);
+        image->exifData()["Exif.Image.Model"] = "Plumet Test";
+        image->exifData()["Exif.Photo.PixelXDimension"] = uint32_t(40);
+        image->xmpData()["Xmp.dc.title"] = "Banner";
+        image->iptcData()["Iptc.Application2.Caption"] = "By the sea";
+        image->writeMetadata();
+    }
+    HostImage read;
+    ImageExtras extras;
+    ASSERT_TRUE(ReadImageFile(dir + "/photo.jpg", read, error, &extras)) << error;
+    EXPECT_EQ(read.width, 20) << "turned upright";
+    for (const char* name : {"out.png", "out.jpg", "out.tif"}) {
+        SCOPED_TRACE(name);
+        const std::string out = dir + "/" + name;
+        ASSERT_TRUE(WriteImageFile(out, read, error, &extras)) << error;
+        HostImage again;
+        ImageExtras kept;
+        ASSERT_TRUE(ReadImageFile(out, again, error, &kept)) << error;
+        EXPECT_EQ(again.width, 20) << "not turned twice";
+        EXPECT_NEAR(kept.dpiX, 300, 0.1);
+        EXPECT_NEAR(kept.dpiY, 300, 0.1);
+        EXPECT_EQ(kept.iccProfile, given.iccProfile);
+        EXPECT_EQ(ExifText(out, "Exif.Image.Model"), "Plumet Test");
+        EXPECT_EQ(ExifText(out, "Exif.Image.Orientation"), "1");
+        EXPECT_EQ(ExifText(out, "Exif.Photo.PixelXDimension"), "20");
+        EXPECT_EQ(ExifText(out, "Xmp.dc.title"), "lang=\"x-default\" Banner");
+        EXPECT_EQ(ExifText(out, "Iptc.Application2.Caption"), "By the sea");
+        EXPECT_TRUE(kept.notes.empty());
+    }
+
+    // 16 bits a channel are read, and the reader says what becomes of them.
+    TIFF* t = TIFFOpen((dir + "/deep.tif").c_str(), "w");
+    ASSERT_NE(t, nullptr);
+    TIFFSetField(t, TIFFTAG_IMAGEWIDTH, 4);
+    TIFFSetField(t, TIFFTAG_IMAGELENGTH, 1);
+    TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, 16);
+    TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, 3);
+    TIFFSetField(t, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
+    const std::vector<uint16_t> line(12, 0x8000);
+    TIFFWriteScanline(t, const_cast<uint16_t*>(line.data()), 0, 0);
+    TIFFClose(t);
+    ASSERT_TRUE(ReadImageFile(dir + "/deep.tif", read, error, &extras)) << error;
+    EXPECT_EQ(extras.notes, std::vector<std::string>{kDeepImageNote});
 }

@@ -99,6 +99,13 @@ TEST_F(RealModule, RunsWithoutAWindowInEveryFilterCase) {
     EXPECT_TRUE(FileExists(In("repeat.png")));
 }
 
+TEST_F(RealModule, ASelectionTooSmallToWorkOnIsRefusedWithTheReason) {
+    const Command c = Run({"--no-window", "--select", "0,0,4,40", In("rgb.png"), In("out.png")});
+    EXPECT_EQ(c.status, kExitCancelled);
+    EXPECT_NE(c.err.find("4 by 40 pixels, too small"), std::string::npos) << c.err;
+    EXPECT_FALSE(FileExists(In("out.png")));
+}
+
 TEST_F(RealModule, TooLittleMemorySaysSoWithoutAdviceForAnotherProgram) {
     const Command c = Run({"--no-window", "--max-space", "1000", In("rgb.png"), In("out.png")});
     EXPECT_EQ(c.status, kExitOutOfMemory);

@@ -1,0 +1,35 @@
+// EXIF, XMP and IPTC of an image file, read from the input and written into
+// the output through the metadata library.
+#ifndef PLUMET_HOSTS_FILEMETADATA_H
+#define PLUMET_HOSTS_FILEMETADATA_H
+
+#include <memory>
+#include <string>
+
+namespace plumet::hosts {
+
+class FileMetadata {
+  public:
+    ~FileMetadata();
+    FileMetadata(const FileMetadata&) = delete;
+    FileMetadata& operator=(const FileMetadata&) = delete;
+
+    // The metadata of a PNG, JPEG or TIFF file; null when it holds none or
+    // the library cannot read it (the pixels are read all the same).
+    static std::shared_ptr<const FileMetadata> Read(const std::string& path);
+
+    // Puts the metadata into an image file of `width` by `height` upright
+    // pixels: the orientation becomes "upright", the pixel dimensions follow
+    // the image, and what described the input's own layout (strips, a
+    // thumbnail of the old picture, an embedded profile) is left out.
+    bool WriteInto(const std::string& path, int width, int height, std::string& error) const;
+
+  private:
+    struct Data;
+    explicit FileMetadata(std::unique_ptr<Data> data);
+    std::unique_ptr<Data> data_;
+};
+
+} // namespace plumet::hosts
+
+#endif
