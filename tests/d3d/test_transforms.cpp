@@ -136,16 +136,4 @@ TEST_F(Transforms, AxisLettersAndNumbers) {
     TQ3RotateTransformData data{};
     Q3RotateTransform_GetData(byNumber.object, &data);
     EXPECT_EQ(data.axis, kQ3AxisZ);
-
-    // The rotation about a point and the one about an axis each reach their
-    // own kind of library object.
-    DRotateAboutTransform aboutPoint('x', 0.5f), aboutAxis(KVector3D{0, 1, 0}, 0.25f);
-    aboutPoint.SetAngle(1.5f);
-    aboutAxis.SetAngle(0.75f);
-    EXPECT_FLOAT_EQ(aboutPoint.GetAngle(), 1.5f);
-    EXPECT_FLOAT_EQ(aboutAxis.GetAngle(), 0.75f);
-    aboutAxis.SetOrigin(1, 2, 3);
-    TQ3Point3D origin{};
-    Q3RotateAboutAxisTransform_GetOrigin(aboutAxis.object, &origin);
-    EXPECT_EQ(origin.z, 3.0f);
 }

@@ -87,29 +87,6 @@ TEST_F(Wrappers, SetDrawnTouchesOnlyTheDrawnBit) {
                                           kQ3DisplayGroupStateMaskIsPicked));
 }
 
-TEST_F(Wrappers, DefaultLights) {
-    DLightGroup lights;
-    lights.AddDefaultLights();
-    auto members = Members(lights.object);
-    ASSERT_EQ(members.size(), 3u);
-    EXPECT_EQ(Q3Light_GetType(members[0]), kQ3LightTypeAmbient);
-    EXPECT_EQ(Q3Light_GetType(members[1]), kQ3LightTypeDirectional);
-    EXPECT_EQ(Q3Light_GetType(members[2]), kQ3LightTypePoint);
-    float brightness = 0;
-    Q3Light_GetBrightness(members[1], &brightness);
-    EXPECT_FLOAT_EQ(brightness, 0.2f);
-    TQ3Vector3D direction{};
-    Q3DirectionalLight_GetDirection(members[1], &direction);
-    // The library may keep the direction normalised; only the way counts.
-    EXPECT_NEAR(direction.x / direction.z, 1.0f, 1e-6f);
-    EXPECT_EQ(direction.y, 0.0f);
-    TQ3Point3D at{};
-    Q3PointLight_GetLocation(members[2], &at);
-    EXPECT_EQ(at.x, -10.0f);
-    EXPECT_EQ(at.z, 10.0f);
-    DisposeAll(members);
-}
-
 TEST_F(Wrappers, PolyLineFinishClosesAndCommits) {
     DPolyLine line(4);
     for (float x : {0.f, 1.f, 1.f, 0.f})

@@ -83,21 +83,6 @@ TEST(FilterHostRecord, EachImageKindAndSetupGivesItsFilterCase) {
     }
 }
 
-TEST(FilterHostRecord, PlatformDataPlayFlagAndMaxSpace) {
-    FilterSetup setup;
-    setup.showDialog = false;
-    setup.maxSpace = 12345;
-    auto host = MakeHost(Pattern(8, 8, ColourModel::RGB, false), setup);
-    const FilterRecord& r = host->Record();
-    ASSERT_NE(r.platformData, nullptr);
-    EXPECT_EQ(static_cast<const PlatformData*>(r.platformData)->hwnd, 0);
-    EXPECT_EQ(r.descriptorParameters->playInfo, plugInDialogDontDisplay);
-    EXPECT_EQ(r.maxSpace, 12345);
-    auto shown = MakeHost(Pattern(8, 8, ColourModel::RGB, false));
-    EXPECT_EQ(shown->Record().descriptorParameters->playInfo, plugInDialogDisplay);
-    EXPECT_GT(shown->Record().maxSpace, 0);
-}
-
 TEST(FilterHostRecord, SelectionsThatAreEmptyOrOutsideAreRefused) {
     for (const VRect s : {VRect{5, 5, 5, 9}, VRect{5, 9, 8, 2}, VRect{-1, 0, 4, 4},
                           VRect{0, 0, 11, 4}, VRect{0, 18, 4, 21}}) {
@@ -161,16 +146,6 @@ TEST(FilterHostAdvance, WritesThePreviousOutputBackBeforeHandingOutNewBuffers) {
     EXPECT_EQ(host->Destination().Pixel(5, 11)[2], 1);
     EXPECT_EQ(r.inData, nullptr);
     EXPECT_EQ(r.outData, nullptr);
-}
-
-TEST(FilterHostAdvance, DiscardDropsTheLastOutput) {
-    auto host = MakeHost(Pattern(4, 4, ColourModel::RGB, false));
-    FilterRecord& r = host->Record();
-    Ask(r, kNone, 0, 2, Rect{0, 0, 4, 4}, 0, 2);
-    ASSERT_EQ(r.advanceState(), noErr);
-    OutPixel(r, 0, 0)[0] = 0xEE;
-    host->Discard();
-    EXPECT_EQ(host->Destination().Pixel(0, 0)[0], PatternValue(0, 0, 0));
 }
 
 TEST(FilterHostAdvance, OutputIsMaskedByTheSelection) {

@@ -140,23 +140,9 @@ TEST_F(Cameras, ViewPortSelectsAPartOfTheField) {
     EXPECT_EQ(back.width, 1);
 }
 
-TEST_F(Cameras, ViewHoldsWhatItIsGiven) {
+TEST_F(Cameras, ViewRefusesWhatIsNoCameraAndTheGenericRendererDrawsNothing) {
     TestView tv(8, 8);
-    TQ3CameraObject cam = nullptr;
-    ASSERT_EQ(Q3View_GetCamera(tv.view, &cam), kQ3Success);
-    EXPECT_EQ(cam, tv.camera);
-    EXPECT_EQ(Q3Shared_GetReferenceCount(cam), 3u); // the test's, the view's, this one
-    Q3Object_Dispose(cam);
-    TQ3RendererObject r = nullptr;
-    Q3View_GetRenderer(tv.view, &r);
-    EXPECT_EQ(Q3Renderer_GetType(r), kQ3RendererTypeInteractive);
-    Q3Object_Dispose(r);
-    TQ3GroupObject g = nullptr;
-    Q3View_GetLightGroup(tv.view, &g);
-    EXPECT_EQ(g, tv.lights);
-    Q3Object_Dispose(g);
-    EXPECT_EQ(Q3View_SetCamera(tv.view, tv.lights), kQ3Failure); // not a camera
-    // the generic renderer runs a pass and draws nothing
+    EXPECT_EQ(Q3View_SetCamera(tv.view, tv.lights), kQ3Failure);
     ASSERT_EQ(Q3View_SetRendererByType(tv.view, kQ3RendererTypeGeneric), kQ3Success);
     TQ3Object sq = square(5, 0);
     tv.render([&](TQ3ViewObject v) { Q3Object_Submit(sq, v); });
@@ -164,7 +150,7 @@ TEST_F(Cameras, ViewHoldsWhatItIsGiven) {
     Q3Object_Dispose(sq);
 }
 
-TEST_F(Cameras, LightsAndStylesKeepTheirValues) {
+TEST_F(Cameras, SettersRefuseTheWrongKindAndNonsense) {
     TQ3SpotLightData sd{{kQ3True, 0.5f, {1, 0.5f, 0}},
                         kQ3True,
                         kQ3AttenuationTypeInverseDistance,
@@ -174,85 +160,31 @@ TEST_F(Cameras, LightsAndStylesKeepTheirValues) {
                         0.4f,
                         kQ3FallOffTypeCosine};
     TQ3LightObject spot = Q3SpotLight_New(&sd);
-    float v = 0;
-    Q3SpotLight_SetHotAngle(spot, 0.3f);
-    Q3SpotLight_GetHotAngle(spot, &v);
-    EXPECT_FLOAT_EQ(v, 0.3f);
-    TQ3Point3D at{4, 5, 6}, got{};
-    Q3SpotLight_SetLocation(spot, &at);
-    Q3SpotLight_GetLocation(spot, &got);
-    EXPECT_EQ(got.y, 5);
+    TQ3Point3D at{4, 5, 6};
     EXPECT_EQ(Q3SpotLight_SetFallOff(spot, static_cast<TQ3FallOffType>(9)), kQ3Failure);
     EXPECT_EQ(Q3Light_SetBrightness(spot, NAN), kQ3Failure);
-    Q3Light_SetBrightness(spot, 2);
-    Q3Light_GetBrightness(spot, &v);
-    EXPECT_EQ(v, 2);
-    Q3Light_SetState(spot, kQ3False);
-    TQ3Boolean on = kQ3True;
-    Q3Light_GetState(spot, &on);
-    EXPECT_FALSE(on);
     EXPECT_EQ(Q3PointLight_SetLocation(spot, &at), kQ3Failure); // a spot is no point light
-
-    TQ3DirectionalLightData dd{{kQ3True, 1, {1, 1, 1}}, kQ3False, {10, 0, 10}};
-    TQ3LightObject dir = Q3DirectionalLight_New(&dd);
-    TQ3Vector3D d{};
-    Q3DirectionalLight_GetDirection(dir, &d);
-    EXPECT_EQ(d.x, 10);
-
-    TQ3StyleObject fill = Q3FillStyle_New(kQ3FillStyleFilled);
-    Q3FillStyle_Set(fill, kQ3FillStylePoints);
-    TQ3FillStyle f = kQ3FillStyleFilled;
-    Q3FillStyle_Get(fill, &f);
-    EXPECT_EQ(f, kQ3FillStylePoints);
     TQ3StyleObject id = Q3PickIDStyle_New(0x80000001u);
-    TQ3Uns32 n = 0;
-    Q3PickIDStyle_Get(id, &n);
-    EXPECT_EQ(n, 0x80000001u);
-    TQ3SubdivisionStyleData sub{kQ3SubdivisionMethodScreenSpace, 4, 0};
-    TQ3StyleObject s = Q3SubdivisionStyle_New(&sub);
-    TQ3SubdivisionStyleData sb{};
-    Q3SubdivisionStyle_GetData(s, &sb);
-    EXPECT_EQ(sb.method, kQ3SubdivisionMethodScreenSpace);
+    TQ3FillStyle f = kQ3FillStyleFilled;
     EXPECT_EQ(Q3FillStyle_Get(id, &f), kQ3Failure); // a pick id style is no fill style
-    for (TQ3Object o : {spot, dir, fill, id, s})
-        Q3Object_Dispose(o);
-}
 
-TEST_F(Cameras, TransformSettersAndTheirMatrices) {
+    // Half a turn about an axis through (1, 0, 0), then through the origin.
     TQ3RotateAboutAxisTransformData ad{{1, 0, 0}, {0, 0, 1}, 3.1415927f};
     TQ3TransformObject t = Q3RotateAboutAxisTransform_New(&ad);
     TQ3Matrix4x4 m;
     Q3Transform_GetMatrix(t, &m);
     TQ3Point3D p{2, 0, 0}, out;
     Q3Point3D_Transform(&p, &m, &out);
-    EXPECT_NEAR(out.x, 0, 1e-5); // half a turn about the axis through (1, 0, 0)
+    EXPECT_NEAR(out.x, 0, 1e-5);
     TQ3Point3D origin{0, 0, 0};
     Q3RotateAboutAxisTransform_SetOrigin(t, &origin);
     Q3Transform_GetMatrix(t, &m);
     Q3Point3D_Transform(&p, &m, &out);
     EXPECT_NEAR(out.x, -2, 1e-5);
-    float angle = 0;
-    Q3RotateAboutAxisTransform_SetAngle(t, 1);
-    Q3RotateAboutAxisTransform_GetAngle(t, &angle);
-    EXPECT_EQ(angle, 1);
     EXPECT_EQ(Q3RotateAboutPointTransform_SetAngle(t, 1), kQ3Failure); // other kind
-
-    TQ3Vector3D move{1, 2, 3}, got{};
-    TQ3TransformObject tr = Q3TranslateTransform_New(&move);
-    move.x = 7;
-    Q3TranslateTransform_Set(tr, &move);
-    Q3TranslateTransform_Get(tr, &got);
-    EXPECT_EQ(got.x, 7);
-    TQ3Matrix4x4 id;
-    Q3Matrix4x4_SetIdentity(&id);
-    TQ3TransformObject mt = Q3MatrixTransform_New(&id);
-    id.value[3][1] = 4;
-    Q3MatrixTransform_Set(mt, &id);
-    Q3Transform_GetMatrix(mt, &m);
-    EXPECT_EQ(m.value[3][1], 4);
     TQ3RotateTransformData bad{static_cast<TQ3Axis>(5), 1};
     EXPECT_EQ(Q3RotateTransform_New(&bad), nullptr);
-    for (TQ3Object o : {t, tr, mt})
+    for (TQ3Object o : {spot, id, t})
         Q3Object_Dispose(o);
 }
 

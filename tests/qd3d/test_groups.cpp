@@ -117,19 +117,4 @@ TEST_F(Groups, OrderedGroupSortsByKind) {
         Q3Object_Dispose(o);
 }
 
-TEST_F(Groups, DisplayStateBitsReadAndWrite) {
-    TQ3GroupObject g = Q3DisplayGroup_New();
-    TQ3DisplayGroupState s = 0;
-    ASSERT_EQ(Q3DisplayGroup_GetState(g, &s), kQ3Success);
-    EXPECT_TRUE(s & kQ3DisplayGroupStateMaskIsDrawn);
-    EXPECT_TRUE(s & kQ3DisplayGroupStateMaskIsPicked);
-    ASSERT_EQ(Q3DisplayGroup_SetState(g, s & ~kQ3DisplayGroupStateMaskIsDrawn), kQ3Success);
-    Q3DisplayGroup_GetState(g, &s);
-    EXPECT_FALSE(s & kQ3DisplayGroupStateMaskIsDrawn);
-    TQ3GroupObject plain = Q3Group_New();
-    EXPECT_EQ(Q3DisplayGroup_GetState(plain, &s), kQ3Failure);
-    Q3Object_Dispose(plain);
-    Q3Object_Dispose(g);
-}
-
 } // namespace
