@@ -45,48 +45,33 @@ TEST_F(Objects, WrapperHoldsExactlyItsOwnReference) {
     DisposeAll(members);
 }
 
-TEST_F(Objects, NameOnGeometryWithoutSetMakesOne) {
-    DLineObject line({0, 0, 0}, {1, 0, 0}, -1, 0, 0);
-    TQ3AttributeSet held = nullptr;
-    Q3Geometry_GetAttributeSet(line.object, &held);
-    EXPECT_EQ(held, nullptr);
+TEST_F(Objects, NamesAndTagsOnGeometryKeepItsColour) {
+    DLineObject line({0, 0, 0}, {1, 0, 0}, 1, 0, 0);
     std::string name;
+    std::int32_t number = 0;
     EXPECT_FALSE(DGeometryObject::GetName(line.object, name));
-
     line.SetName("ScaleHotBox");
-    ASSERT_TRUE(DGeometryObject::GetName(line.object, name));
-    EXPECT_EQ(name, "ScaleHotBox");
-    // A second name replaces the first and gives its string back.
-    line.SetName("RotateHotBox");
+    line.SetName("RotateHotBox"); // replaces the first and gives its string back
     ASSERT_TRUE(DGeometryObject::GetName(line.object, name));
     EXPECT_EQ(name, "RotateHotBox");
-}
-
-TEST_F(Objects, NameKeepsTheColourSet) {
-    DLineObject line({0, 0, 0}, {1, 0, 0}, 1, 0, 0);
-    line.SetName("axis");
     TQ3AttributeSet held = nullptr;
     Q3Geometry_GetAttributeSet(line.object, &held);
-    ASSERT_NE(held, nullptr);
     TQ3ColorRGB color{};
     EXPECT_EQ(Q3AttributeSet_Get(held, kQ3AttributeTypeDiffuseColor, &color), kQ3Success);
     EXPECT_FLOAT_EQ(color.r, 1.0f);
     Q3Object_Dispose(held);
-}
 
-TEST_F(Objects, TagsCarryTextAndNumber) {
-    DLineObject line({0, 0, 0}, {1, 0, 0}, -1, 0, 0);
-    line.SetTag("OrbitHotBox", 3);
-    std::string text;
-    std::int32_t number = 0;
-    ASSERT_TRUE(DGeometryObject::GetTag(line.object, text, number));
-    EXPECT_EQ(text, "OrbitHotBox");
-    EXPECT_EQ(number, 3);
-    line.SetTag("OrbitHotBox", -7);
-    ASSERT_TRUE(DGeometryObject::GetTag(line.object, text, number));
+    DLineObject tagged({0, 0, 0}, {1, 0, 0}, -1, 0, 0);
+    tagged.SetTag("OrbitHotBox", -7);
+    ASSERT_TRUE(DGeometryObject::GetTag(tagged.object, name, number));
+    EXPECT_EQ(name, "OrbitHotBox");
     EXPECT_EQ(number, -7);
-    // A tag is not a name.
-    EXPECT_FALSE(DGeometryObject::GetName(line.object, text));
+    EXPECT_FALSE(DGeometryObject::GetName(tagged.object, name)); // a tag is not a name
+
+    DPlainGroup group;
+    EXPECT_FALSE(DGeometryObject::GetName(group.object, name));
+    EXPECT_FALSE(DGeometryObject::GetName(nullptr, name));
+    EXPECT_FALSE(DGeometryObject::GetTag(group.object, name, number));
 }
 
 TEST_F(Objects, TagsAreCopiedWhenSetsAreMerged) {
@@ -109,17 +94,6 @@ TEST_F(Objects, TagsAreCopiedWhenSetsAreMerged) {
     ASSERT_TRUE(DGeometryObject::GetTag(second.object, text, number));
     EXPECT_EQ(text, "CentroidAxes");
     EXPECT_EQ(number, 42);
-}
-
-TEST_F(Objects, GetNameOfWhatIsNoGeometry) {
-    DPlainGroup group;
-    DAttributeSet set;
-    std::string text;
-    std::int32_t number;
-    EXPECT_FALSE(DGeometryObject::GetName(group.object, text));
-    EXPECT_FALSE(DGeometryObject::GetName(set.object, text));
-    EXPECT_FALSE(DGeometryObject::GetName(nullptr, text));
-    EXPECT_FALSE(DGeometryObject::GetTag(group.object, text, number));
 }
 
 TEST(ObjectsWithoutElements, NamesNeedTheRegisteredElements) {
