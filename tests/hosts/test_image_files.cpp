@@ -33,6 +33,19 @@ HostImage RoundTrip(const std::string& path, const HostImage& image) {
     return read;
 }
 
+// A TIFF open for writing, its size, samples and colour kind set.
+TIFF* NewTiff(const std::string& path, uint32_t width, uint32_t height, uint16_t bits,
+              uint16_t samples, uint16_t photometric) {
+    TIFF* t = TIFFOpen(path.c_str(), "w");
+    if (!t) return nullptr;
+    TIFFSetField(t, TIFFTAG_IMAGEWIDTH, width);
+    TIFFSetField(t, TIFFTAG_IMAGELENGTH, height);
+    TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, bits);
+    TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, samples);
+    TIFFSetField(t, TIFFTAG_PHOTOMETRIC, photometric);
+    return t;
+}
+
 // A PNG of flat grey rows; `data` false leaves the pixel data out, for a
 // file whose header alone is read.
 std::string FlatPng(uint32_t width, uint32_t height, bool data) {
@@ -139,14 +152,9 @@ TEST(HostImageFiles, OtherTiffLayoutsAreRead) {
     // CMYK with separate planes, and a tiled RGB, written with libtiff itself.
     const HostImage cmyk = Pattern(20, 9, ColourModel::CMYK, false);
     {
-        TIFF* t = TIFFOpen((dir + "/planar.tif").c_str(), "w");
+        TIFF* t = NewTiff(dir + "/planar.tif", 20, 9, 8, 4, PHOTOMETRIC_SEPARATED);
         ASSERT_NE(t, nullptr);
-        TIFFSetField(t, TIFFTAG_IMAGEWIDTH, 20);
-        TIFFSetField(t, TIFFTAG_IMAGELENGTH, 9);
-        TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, 8);
-        TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, 4);
         TIFFSetField(t, TIFFTAG_PLANARCONFIG, PLANARCONFIG_SEPARATE);
-        TIFFSetField(t, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_SEPARATED);
         TIFFSetField(t, TIFFTAG_ROWSPERSTRIP, 9);
         for (uint16_t s = 0; s < 4; ++s)
             for (int r = 0; r < 9; ++r) {
@@ -159,14 +167,9 @@ TEST(HostImageFiles, OtherTiffLayoutsAreRead) {
     }
     const HostImage rgb = Pattern(40, 40, ColourModel::RGB, false);
     {
-        TIFF* t = TIFFOpen((dir + "/tiled.tif").c_str(), "w");
+        TIFF* t = NewTiff(dir + "/tiled.tif", 40, 40, 8, 3, PHOTOMETRIC_RGB);
         ASSERT_NE(t, nullptr);
-        TIFFSetField(t, TIFFTAG_IMAGEWIDTH, 40);
-        TIFFSetField(t, TIFFTAG_IMAGELENGTH, 40);
-        TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, 8);
-        TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, 3);
         TIFFSetField(t, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-        TIFFSetField(t, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
         TIFFSetField(t, TIFFTAG_TILEWIDTH, 16);
         TIFFSetField(t, TIFFTAG_TILELENGTH, 16);
         std::vector<uint8_t> tile(16 * 16 * 3);
@@ -253,13 +256,8 @@ TEST(HostImageFiles, SizesTheInterfaceCannotCarryAreRefused) {
     // A TIFF wider than the interface allows is refused before any pixel is
     // read.
     const std::string dir = ScratchDir("hugetiff");
-    TIFF* t = TIFFOpen((dir + "/huge.tif").c_str(), "w");
+    TIFF* t = NewTiff(dir + "/huge.tif", 100000, 1, 8, 3, PHOTOMETRIC_RGB);
     ASSERT_NE(t, nullptr);
-    TIFFSetField(t, TIFFTAG_IMAGEWIDTH, 100000);
-    TIFFSetField(t, TIFFTAG_IMAGELENGTH, 1);
-    TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, 8);
-    TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, 3);
-    TIFFSetField(t, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
     std::vector<uint8_t> line(300000, 7);
     TIFFWriteScanline(t, line.data(), 0, 0);
     TIFFClose(t);
@@ -320,13 +318,8 @@ TEST(HostImageFiles, WhatTheFileHoldsBesidesPixelsGoesIntoTheOutput) {
     }
 
     // 16 bits a channel are read, and the reader says what becomes of them.
-    TIFF* t = TIFFOpen((dir + "/deep.tif").c_str(), "w");
+    TIFF* t = NewTiff(dir + "/deep.tif", 4, 1, 16, 3, PHOTOMETRIC_RGB);
     ASSERT_NE(t, nullptr);
-    TIFFSetField(t, TIFFTAG_IMAGEWIDTH, 4);
-    TIFFSetField(t, TIFFTAG_IMAGELENGTH, 1);
-    TIFFSetField(t, TIFFTAG_BITSPERSAMPLE, 16);
-    TIFFSetField(t, TIFFTAG_SAMPLESPERPIXEL, 3);
-    TIFFSetField(t, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_RGB);
     const std::vector<uint16_t> line(12, 0x8000);
     TIFFWriteScanline(t, const_cast<uint16_t*>(line.data()), 0, 0);
     TIFFClose(t);
