@@ -15,7 +15,10 @@ function(plumet_test name)
         PLUMET_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
         PLUMET_BINARY_DIR="${CMAKE_BINARY_DIR}"
         PLUMET_TEST_OUTPUT="${PLUMET_TEST_OUTPUT}")
+    # The filter's files go to a folder of the test program's own, never to
+    # the user's ~/.config; tests that need a fresh one make their own.
     set(env QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/xdg-runtime
+            XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-config/${name}
             ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
             LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp ${T_ENV})
     # The environment is given through env(1) as the tests' launcher: test

@@ -7,6 +7,7 @@ plumet_packages=(
     qt6-base-dev qt6-base-dev-tools libgl-dev
     libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-urw-base35 fonts-liberation2
     libembree-dev libtiff-dev libexiv2-dev libglu1-mesa-dev
+    clang libfuzzer-14-dev
 )
 
 plumet_install_deps() {
