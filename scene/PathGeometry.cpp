@@ -1,12 +1,27 @@
 #include "scene/PathGeometry.h"
 
+#include "curves/VCNurbsCurve.h"
 #include "curves/VCurveAnalytical.h"
 #include "d3d/DGroupObject.h"
+#include "d3d/DNURBSCurveObject.h"
 #include "d3d/DPolyLine.h"
 #include "d3d/DShaderObject.h"
 
 #include <algorithm>
 #include <vector>
+
+namespace {
+// Paths show their plain colour: no lighting, the light green of a path.
+void AddUnlitGreen(DDisplayGroup& group) {
+    DNullIllumination unlit;
+    group.AddObject(unlit);
+    TQ3AttributeSet colour = Q3AttributeSet_New();
+    const TQ3ColorRGB green = {kPathColour[0], kPathColour[1], kPathColour[2]};
+    Q3AttributeSet_Add(colour, kQ3AttributeTypeDiffuseColor, &green);
+    group.AddObject(colour);
+    Q3Object_Dispose(colour);
+}
+} // namespace
 
 void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group) {
     const auto* analytic = dynamic_cast<const VCurveAnalytical*>(&curve);
@@ -20,12 +35,21 @@ void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group) {
         line.AddPoint({points[i].x, points[i].y, points[i].z});
     if (n < 2) return;
     line.Finish(false);
-    DNullIllumination unlit;
-    group.AddObject(unlit);
-    TQ3AttributeSet colour = Q3AttributeSet_New();
-    const TQ3ColorRGB green = {12000.0f / 65535.0f, 1.0f, 12000.0f / 65535.0f};
-    Q3AttributeSet_Add(colour, kQ3AttributeTypeDiffuseColor, &green);
-    group.AddObject(colour);
-    Q3Object_Dispose(colour);
+    AddUnlitGreen(group);
     group.AddObject(line);
+}
+
+void BuildCurveGeometry(const VCNurbsCurve& curve, DDisplayGroup& group) {
+    group.Empty();
+    std::int32_t count = 0;
+    const KVector3D* points = nullptr;
+    if (curve.GetControlPoints(count, points) != kCurveOK || !curve.knots || count < 2) return;
+    std::vector<TQ3RationalPoint4D> q(static_cast<std::size_t>(count));
+    for (std::int32_t i = 0; i < count; ++i)
+        q[std::size_t(i)] = {points[i].x, points[i].y, points[i].z, points[i].w};
+    DNURBSCurveObject drawn(count, q.data(), curve.knots->count, curve.knots->values.get(),
+                            curve.degree);
+    if (!drawn.IsValid()) return;
+    AddUnlitGreen(group);
+    group.AddObject(drawn);
 }

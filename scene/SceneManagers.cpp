@@ -168,6 +168,10 @@ VZarbesoModel* VZarbesoSceneManager::NewTextModelFromGroup(const DDisplayGroup& 
     return NewTextModelFromGeometry(group);
 }
 
+void VZarbesoSceneManager::AddModel(VZarbesoModel* model) {
+    if (model) models.Append(model);
+}
+
 void VZarbesoSceneManager::RemoveModel(VCModel* model) {
     DeleteModel(model);
 }

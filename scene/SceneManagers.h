@@ -61,6 +61,8 @@ class VZarbesoSceneManager : public VCSceneManager {
     bool CanDelete(K3DObject* object) const override;
 
     VZarbesoModel* NewTextModelFromGeometry(const DObject& geometry);
+    // Takes a model made with GetNextId into the scene, which then owns it.
+    void AddModel(VZarbesoModel* model);
     VZarbesoModel* NewTextModelFromGroup(const DDisplayGroup& group);
     void RemoveModel(VCModel* model);
 

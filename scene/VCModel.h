@@ -58,9 +58,16 @@ class VCModel : public VC3DObject, public DDisplayGroup {
     std::uint32_t pickedId_ = 0;
 };
 
+class VCurve;
+
 // A model of this application; the text and the paths are such models.
 class VZarbesoModel : public VCModel {
   public:
     using VCModel::VCModel;
+    // A curve model makes the path that carries the text along its curve;
+    // other models have none.
+    virtual bool BuildPath() { return false; }
+    virtual VCurve* GetPath() { return nullptr; }
+
     std::uint8_t selectable = 1;
 };

@@ -230,7 +230,9 @@ void VZarbesoView::SetupText(const char* text) {
     std::strncpy(text_, text ? text : "", sizeof text_ - 1);
     FreeChars();
     if (!BuildTextCharacters(text_, flattenQuality_, &textChars_)) textChars_ = nullptr;
+    DiscardPath();
     curve_ = std::make_unique<VCurveAxis>(-24.0f, 24.0f, 24.0f);
+    pathIndex_ = 1; // the Line
     curveData_ = std::make_unique<VCurveData>(curve_.get());
     MakePathModel();
     alignedText_ = std::make_unique<VAlignedText>();
@@ -242,14 +244,35 @@ void VZarbesoView::SetupText(const char* text) {
 }
 
 void VZarbesoView::MakePathModel() {
-    if (pathModel_) {
-        sceneManager->RemoveModel(pathModel_);
-        pathModel_ = nullptr;
-    }
     pathGroup_ = std::make_unique<DAttributeDisplayGroup>();
     BuildPathGeometry(*curve_, *pathGroup_);
     pathModel_ = sceneManager->NewTextModelFromGroup(*pathGroup_);
     pathModel_->selectable = 0;
+    pathModel_->SetDrawn(pathShown_);
+}
+
+void VZarbesoView::DiscardPath() {
+    // A curve model owns its curve and path: they go with it.
+    if (pathModel_) sceneManager->RemoveModel(pathModel_);
+    pathModel_ = nullptr;
+    if (curveData_) curveData_->curve = nullptr;
+    curve_.reset();
+    pathIndex_ = 0;
+}
+
+void VZarbesoView::DropPath() {
+    DiscardPath();
+    UpdateText();
+}
+
+void VZarbesoView::ShowPath(bool flag) {
+    pathShown_ = flag;
+    if (pathModel_) pathModel_->SetDrawn(flag);
+}
+
+void VZarbesoView::ShowText(bool flag) {
+    textShown_ = flag;
+    if (textModel_) textModel_->SetDrawn(flag);
 }
 
 void VZarbesoView::SetText(const char* text) {
@@ -270,7 +293,7 @@ void VZarbesoView::RebuildGlyphs() {
 }
 
 void VZarbesoView::UpdateText() {
-    if (!pathModel_ || !alignedText_) return;
+    if (!alignedText_) return;
     alignedText_->Rebuild(textChars_, *curveData_, dragOutline_, opacity_ / 100.0f,
                           texture_ ? nullptr : sideColor_.data());
     if (!dragOutline_ && texture_) texture_->Apply(alignedText_->object);
@@ -317,9 +340,21 @@ float VZarbesoView::GetLayout(TextLayoutValue which) const {
 bool VZarbesoView::SetPath(std::int32_t index, std::int32_t slider1, std::int32_t slider2) {
     std::unique_ptr<VCurveAnalytical> path = MakeAnalyticPathWithSliders(index, slider1, slider2);
     if (!path) return false;
+    DiscardPath();
     curve_ = std::move(path);
+    pathIndex_ = index;
     curveData_->curve = curve_.get();
     MakePathModel();
+    UpdateText();
+    return true;
+}
+
+bool VZarbesoView::SetPathSlider(std::int32_t which, std::int32_t value) {
+    auto* analytic = dynamic_cast<VCurveAnalytical*>(curve_.get());
+    if (!analytic || !pathModel_ ||
+        !ApplyPathSlider(*analytic, pathIndex_, which - 1, std::clamp(value, 0, 100)))
+        return false;
+    BuildPathGeometry(*curve_, *pathGroup_);
     UpdateText();
     return true;
 }

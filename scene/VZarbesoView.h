@@ -4,6 +4,7 @@
 
 #include "curves/VCurve.h"
 #include "curves/VCurveData.h"
+#include "foundation/KList.h"
 #include "host/HostBinding.h"
 #include "scene/VC3DView.h"
 #include "text/TextCharacter.h"
@@ -12,9 +13,11 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string>
 
 class TextureImage;
 class VAlignedText;
+class VCustomPathData;
 
 class VZarbesoView : public VC3DView {
   public:
@@ -50,6 +53,9 @@ class VZarbesoView : public VC3DView {
     // interactive), or shown in the view (interactive).
     void ShowRender(bool interactive, bool keep);
     void SetOffscreen(bool flag) override;
+    // Whether frames are to go offscreen, as the Image box says, also while
+    // a render is showing.
+    bool IsOffscreenWanted() const { return offscreenWanted_; }
     void SetRenderShowing(bool flag);
     bool IsRenderShowing() const { return renderShowing_; }
 
@@ -65,17 +71,64 @@ class VZarbesoView : public VC3DView {
     void SetDragOutline(bool flag);
     void SetFaceColor(std::uint16_t red, std::uint16_t green, std::uint16_t blue);
     void SetSideColor(std::uint16_t red, std::uint16_t green, std::uint16_t blue);
+    const std::array<std::uint16_t, 3>& GetFaceColor() const { return faceColor_; }
+    const std::array<std::uint16_t, 3>& GetSideColor() const { return sideColor_; }
     // One of the eight layout values; see TextLayout. Answers the shown value.
     float SetLayout(TextLayoutValue which, float value, bool update, bool absolute);
     float GetLayout(TextLayoutValue which) const;
     // The analytic path 1 to 8 of the Path combo, with its slider values.
     bool SetPath(std::int32_t index, std::int32_t slider1, std::int32_t slider2);
+    // One slider value (which 1 or 2, 0 to 100) of the current analytic
+    // path; false when the path has no such value.
+    bool SetPathSlider(std::int32_t which, std::int32_t value);
     bool SetBuiltInTexture(int id);
     bool SetTextureFile(std::string& path, std::string* error = nullptr);
     const TextureImage* GetTexture() const { return texture_.get(); }
 
+    // ---- custom paths ----
+    // With a record: appends a copy of it to the session's list, under
+    // `name` if one is given. Without one: captures the current path (the
+    // curve of a curve model, or else a straight line) into record `index`
+    // (from 1), overwriting its curve, or, one past the last, into a new
+    // record under `name`. False when nothing was stored.
+    bool StoreCustomPath(std::int32_t index, const char* name,
+                         const VCustomPathData* record = nullptr);
+    // Reopens record `index` (from 1) as the current path, in the model its
+    // record asks for, with its stored start frame. False for a record whose
+    // curve does not hold; the path is then unchanged.
+    bool SelectCustomPath(std::int32_t index, const char* name);
+    // Turns the current analytic path into a custom one: a cubic curve
+    // through 20 samples of it, in Bezier form. False, with nothing changed,
+    // when the path is not analytic or the curve cannot be made.
+    bool ConvertToCustomPath();
+    // A freshly drawn curve becomes the current path; letters stand in the
+    // drawing plane when the curve starts in it.
+    void SetCurvePath(VZarbesoModel* model, VCurve* path);
+    void SetCurvePathWithFrame(VZarbesoModel* model, VCurve* path, const KVector3D& tangent,
+                               const KVector3D& normal);
+    bool DeleteCustomPath(std::int32_t index);
+    std::int32_t GetCustomPathCount() const { return std::int32_t(customPaths_.GetCount()); }
+    // Index from 1; null for another.
+    const VCustomPathData* GetCustomPath(std::int32_t index) const;
+    bool GetCustomPathName(std::int32_t index, std::string& name) const;
+    // Completes the stem to "stem n", with the first n from 1 that no
+    // record has as its name; answers n.
+    std::int32_t MakeUniqueName(const char* stem, std::string& name) const;
+    // Drops the current path: the text has none to follow until the next.
+    void DropPath();
+    bool HasPath() const { return curveData_ && curveData_->curve; }
+    // Whether the current path belongs to a curve model.
+    bool HasCurveModel() const;
+
+    // ---- what is shown ----
+    void ShowPath(bool flag);
+    bool IsPathShown() const { return pathShown_; }
+    void ShowText(bool flag);
+    bool IsTextShown() const { return textShown_; }
+
     VCurveData* GetCurveData() const { return curveData_.get(); }
-    VCurve* GetCurve() const { return curve_.get(); }
+    // The current path, null when there is none.
+    VCurve* GetCurve() const { return curveData_ ? curveData_->curve : nullptr; }
     VAlignedText* GetAlignedText() const { return alignedText_.get(); }
     VZarbesoModel* GetTextModel() const { return textModel_; }
     VZarbesoModel* GetPathModel() const { return pathModel_; }
@@ -83,6 +136,8 @@ class VZarbesoView : public VC3DView {
 
   private:
     void MakePathModel();
+    // Deletes the present path and its model, without a new layout.
+    void DiscardPath();
     void FreeChars();
 
     // Host binding and offscreen state.
@@ -95,9 +150,14 @@ class VZarbesoView : public VC3DView {
     // Camera placements the user kept: scale, orbit and pan of four slots.
     std::array<std::array<TQ3Matrix4x4, 3>, 4> customViews_;
 
-    // Text state.
+    // Text state. An analytic path is owned here; a custom path belongs to
+    // its curve model.
     TextCharacter* textChars_ = nullptr;
     std::unique_ptr<VCurve> curve_;
+    std::int32_t pathIndex_ = 0; // the analytic path's number, 0 for a custom one
+    KList customPaths_;          // of VCustomPathData: the session's custom paths
+    bool pathShown_ = true;
+    bool textShown_ = true;
     std::unique_ptr<VCurveData> curveData_;
     std::unique_ptr<VAlignedText> alignedText_;
     std::array<std::uint16_t, 3> faceColor_ = {0, 0x6666, 0xFFFF};
