@@ -30,7 +30,10 @@ void SetMessageSink(MessageSink sink) {
 }
 
 void ShowAlert(int stringId, QWidget* parent) {
-    const std::string text = plumet::LoadString(stringId);
+    ShowAlertText(stringId, plumet::LoadString(stringId), parent);
+}
+
+void ShowAlertText(int stringId, const std::string& text, QWidget* parent) {
     if (gSink) return gSink(stringId, text);
     if (GuiSession::Active()) {
         QMessageBox::warning(parent,

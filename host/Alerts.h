@@ -11,6 +11,8 @@ class QWidget;
 // no window, or a host with no display) the text goes to standard error,
 // since there is no screen to put it on.
 void ShowAlert(int stringId, QWidget* parent);
+// The same with a text made from that string and others.
+void ShowAlertText(int stringId, const std::string& text, QWidget* parent);
 
 // Shows the about box over the host's window `parentWindow` (0: none).
 void ShowAboutBox(intptr_t parentWindow, bool useModuleResources);

@@ -16,7 +16,12 @@ const std::map<int, const char*>& Table() {
                         "Repeat the filter without a window instead."},
         {kStrLightLimit, "You can add up to 5 lights to your scene.\nDelete one of your existing\n"
                          "lights if you want to add a new one.."},
+        {kStrTextureLoadFailed, "Lumerra 3D FlyWORD  Plumet cannot load texture file: \n"},
+        {kStrTextureLoadFailedEnd, "\nTry choosing another file."},
+        {kStrCustomViewRow, "Custom View"},
         {kStrAlertTitle, "FlyWORD Alert"},
+        {kStrCustomViewStem, "Custom View "},
+        {kStrCustomPathStem, "Custom Path "},
     };
     return table;
 }

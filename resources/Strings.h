@@ -11,7 +11,12 @@ enum StringId : int {
     kStrHostTooOld = 16013,
     kStrNoDisplay = 16014,
     kStrLightLimit = 17001,
+    kStrTextureLoadFailed = 17007, // followed by the file name and 17008
+    kStrTextureLoadFailedEnd = 17008,
+    kStrCustomViewRow = 18007,
     kStrAlertTitle = 18008,
+    kStrCustomViewStem = 18052,
+    kStrCustomPathStem = 18053,
 };
 
 // The text of string `id`, or an empty string for an unknown id.

@@ -1,13 +1,13 @@
 #include "ui/NoWindowRun.h"
 
-#include "host/ModuleState.h"
 #include "ui/VZarbesoDocument.h"
 
 bool RunWithoutWindow() {
-    VZarbesoDocument document;
-    document.ApplyDefaults();
+    // The window's start without the window: the saved workspace comes into
+    // the scene, and the run ends as OK does.
+    VZarbesoDocument document(true);
+    document.InitControls();
+    document.ApplyWorkspace();
     document.BindImage(false);
-    const bool rendered = document.RenderFinal();
-    if (gPluginParameters) gPluginParameters->invocation = 0;
-    return rendered;
+    return document.ConfirmRun();
 }

@@ -1,37 +1,31 @@
 #include "ui/VZarbesoDocument.h"
 
-#include "curves/VAnalyticPathTable.h"
+#include "foundation/Messages.h"
 #include "host/Alerts.h"
 #include "host/ModuleState.h"
 #include "resources/Strings.h"
 #include "scene/SceneAlerts.h"
 #include "text/FontList.h"
+#include "ui/persistence/VZarbesoWorkspace.h"
 
 #include <QApplication>
+#include <algorithm>
 
 namespace {
-// The starting values of a session, as the preferences keep them.
-constexpr const char* kDefaultText = "Lumerra 3D";
-constexpr std::uint16_t kFaceColor[3] = {0, 0x6666, 0xFFFF};
-constexpr std::uint16_t kSideColor[3] = {0, 0, 0x8888};
-constexpr float kAmbientIntensity = 0.8f;
-constexpr std::int32_t kDefaultPath = 1; // the line
-// Slide, revolve, rotate, tilt, width, height, spacing, depth, as shown.
-constexpr float kLayout[kTextLayoutValueCount] = {50, 0, 0, 0, 10, 10, 0, 4};
-// The size of the light icons, until the Options dialog changes it.
-constexpr float kLightIconSize = 3.0f;
-
 // The scene's messages to the user, over the active window.
 void ShowSceneAlert(int stringId) {
     ShowAlert(stringId, qApp ? QApplication::activeWindow() : nullptr);
 }
 } // namespace
 
-VZarbesoDocument::VZarbesoDocument() {
+VZarbesoDocument::VZarbesoDocument(bool loadWorkspace) {
     BuildFontList();
+    workspace_ = std::make_unique<VZarbesoWorkspace>(loadWorkspace);
     view_ = std::make_unique<VZarbesoView>();
-    view_->SetupText(kDefaultText);
-    view_->GetSceneManager()->ScaleLights(kLightIconSize);
+    view_->SetupText(workspace_->text.text);
+    view_->AddListener(this);
+    // Light icons start at the default size, three times their own.
+    view_->GetSceneManager()->ScaleLights(lightIconSize);
     SetSceneAlert(&ShowSceneAlert);
     renderer_ = std::make_unique<QRenderer>(view_.get());
     renderer_->SelectFinalRenderer(kFinalRendererNickName);
@@ -44,24 +38,17 @@ VZarbesoDocument::~VZarbesoDocument() {
     view_.reset();
 }
 
-void VZarbesoDocument::ApplyDefaults() {
-    VZarbesoView& v = *view_;
-    v.SetStandardView(VZarbesoView::kHome, 0, false);
-    v.SetFont(GetCurrentFont());
-    VZarbesoSceneManager* scene = v.GetSceneManager();
-    scene->SetAmbientBrightness(kAmbientIntensity);
-    scene->SetAmbientColor(1, 1, 1);
-    v.SetFaceColor(kFaceColor[0], kFaceColor[1], kFaceColor[2]);
-    v.SetSideColor(kSideColor[0], kSideColor[1], kSideColor[2]);
-    v.SetOpacity(100);
-    v.SetText(kDefaultText);
-    for (std::int32_t i = 0; i < kTextLayoutValueCount; ++i)
-        v.SetLayout(static_cast<TextLayoutValue>(i), kLayout[i], i == kTextLayoutValueCount - 1,
-                    true);
-    const VAnalyticPathEntry* path = GetAnalyticPathEntry(kDefaultPath);
-    v.SetPath(kDefaultPath, path ? path->startSliders[0] : 0, path ? path->startSliders[1] : 0);
-    v.SetOffscreen(true);
+void VZarbesoDocument::InitControls() {
+    const std::uint32_t font = GetCurrentFont();
+    controls.fontRow = font > 0 ? std::int32_t(font) - 1 : 0;
+    const std::vector<std::string> names = GetRendererRows();
+    const auto ours = std::find(names.begin(), names.end(), kFinalRendererNickName);
+    controls.rendererRow = -1;
+    if (!names.empty())
+        SelectRendererRow(ours == names.end() ? 0 : std::int32_t(ours - names.begin()));
 }
+
+// ---- the run -------------------------------------------------------------------
 
 void VZarbesoDocument::AdjustViewSize(int width, int height, bool) {
     const Rect frame = view_->GetFrame();
@@ -119,4 +106,124 @@ void VZarbesoDocument::RenderScene(bool interactive) {
     scene->SetLightsVisible(lights);
     scene->SetModelsVisible(models);
     scene->SetGridVisible(grid);
+}
+
+bool VZarbesoDocument::ConfirmRun() {
+    SaveWorkspace();
+    const bool rendered = RenderFinal();
+    if (gPluginParameters) gPluginParameters->invocation = 0;
+    return rendered;
+}
+
+// ---- the window's part ---------------------------------------------------------
+
+void VZarbesoDocument::ClearRender(bool redrawToo) {
+    if (!view_->IsRenderShowing()) return;
+    view_->SetRenderShowing(false);
+    if (redrawToo) Redraw();
+}
+
+void VZarbesoDocument::ReportTextureFailure(const std::string& path) {
+    ShowAlertText(plumet::kStrTextureLoadFailed,
+                  plumet::LoadString(plumet::kStrTextureLoadFailed) + path +
+                      plumet::LoadString(plumet::kStrTextureLoadFailedEnd),
+                  nullptr);
+}
+
+void VZarbesoDocument::HearMessage(std::int32_t message, void*) {
+    if (message != kMsgViewMatrixChanged && message != kMsgFieldOfViewChanged) return;
+    // A camera moved by hand reads "Custom View".
+    if (keepViewSelection || controls.viewRow == kViewRowCustom) return;
+    controls.viewRow = kViewRowCustom;
+    UpdateControls();
+}
+
+// ---- colours, Link, fields, text, switches, options ------------------------------
+
+void VZarbesoDocument::SetFaceColor(const std::array<std::uint16_t, 3>& c) {
+    view_->SetFaceColor(c[0], c[1], c[2]);
+    if (controls.link) view_->SetSideColor(c[0], c[1], c[2]);
+}
+
+void VZarbesoDocument::SetSideColor(const std::array<std::uint16_t, 3>& c) {
+    view_->SetSideColor(c[0], c[1], c[2]);
+    if (controls.link)
+        view_->SetFaceColor(c[0], c[1], c[2]);
+    else
+        sideColor = c;
+}
+
+void VZarbesoDocument::SetLink(bool on) {
+    controls.link = on ? 1 : 0;
+    const std::array<std::uint16_t, 3> c = on ? view_->GetFaceColor() : sideColor;
+    view_->SetSideColor(c[0], c[1], c[2]);
+}
+
+void VZarbesoDocument::SetAmbientColor(const std::array<std::uint16_t, 3>& c) {
+    view_->GetSceneManager()->SetAmbientColor16(c[0], c[1], c[2]);
+}
+
+bool VZarbesoDocument::SetIntensity(std::int32_t percent) {
+    if (percent < 0 || percent > 100) return false;
+    view_->GetSceneManager()->SetAmbientBrightness(float(percent) / 100.0f);
+    return true;
+}
+
+bool VZarbesoDocument::SetTransparency(std::int32_t percent) {
+    if (percent < 0 || percent > 100) return false;
+    view_->SetOpacity(float(100 - percent));
+    return true;
+}
+
+void VZarbesoDocument::SetText(const std::string& text) {
+    controls.text = text.substr(0, std::size_t(std::max(maxTextLength, 0)));
+    try {
+        view_->SetText(controls.text.c_str());
+    } catch (...) {
+        // Letters that cannot be built leave the old ones standing.
+    }
+}
+
+void VZarbesoDocument::SetSwitch(VSwitch which, bool on) {
+    VZarbesoSceneManager* scene = view_->GetSceneManager();
+    switch (which) {
+    case VSwitch::kImage:
+        view_->SetOffscreen(on);
+        break;
+    case VSwitch::kText:
+        view_->ShowText(on);
+        break;
+    case VSwitch::kPath:
+        view_->ShowPath(on);
+        break;
+    case VSwitch::kLights:
+        scene->SetLightsVisible(on);
+        break;
+    case VSwitch::kGrid:
+        scene->SetGridVisible(on);
+        break;
+    }
+}
+
+bool VZarbesoDocument::GetSwitch(VSwitch which) const {
+    const VZarbesoSceneManager* scene = view_->GetSceneManager();
+    switch (which) {
+    case VSwitch::kImage:
+        return view_->IsOffscreenWanted();
+    case VSwitch::kText:
+        return view_->IsTextShown();
+    case VSwitch::kPath:
+        return view_->IsPathShown();
+    case VSwitch::kLights:
+        return scene->GetLightsVisible();
+    case VSwitch::kGrid:
+        return scene->GetGridVisible();
+    }
+    return false;
+}
+
+void VZarbesoDocument::SetLightIconSize(float size) {
+    if (!(size > 0.0f) || !(lightIconSize > 0.0f)) return;
+    view_->GetSceneManager()->ScaleLights(size / lightIconSize);
+    lightIconSize = size;
 }

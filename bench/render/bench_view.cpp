@@ -32,7 +32,7 @@ VZarbesoView& Bind(VZarbesoDocument& document, HostImage& image) {
 
 void InteractiveFrameWithComposite(benchmark::State& state) {
     VC3DSystem system;
-    VZarbesoDocument document;
+    VZarbesoDocument document(false);
     HostImage image(1024, 768);
     VZarbesoView& view = Bind(document, image);
     for (auto _ : state) {
@@ -46,7 +46,7 @@ BENCHMARK(InteractiveFrameWithComposite)->Unit(benchmark::kMillisecond)->UseReal
 
 void CompositeOnly(benchmark::State& state) {
     VC3DSystem system;
-    VZarbesoDocument document;
+    VZarbesoDocument document(false);
     HostImage image(1024, 768);
     VZarbesoView& view = Bind(document, image);
     view.K3DView::Render();
@@ -57,7 +57,7 @@ BENCHMARK(CompositeOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void FinalRenderOfTheDefaultScene(benchmark::State& state) {
     VC3DSystem system;
-    VZarbesoDocument document;
+    VZarbesoDocument document(false);
     HostImage image(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
     Bind(document, image);
     for (auto _ : state)

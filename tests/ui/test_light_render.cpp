@@ -71,7 +71,7 @@ struct LightRender : ::testing::Test {
             .save(QString(PLUMET_TEST_OUTPUT "/") + name);
     }
     VC3DSystem system;
-    VZarbesoDocument doc;
+    VZarbesoDocument doc{false};
     VZarbesoView& view = *doc.GetView();
     VCLight* blue = nullptr;
 };

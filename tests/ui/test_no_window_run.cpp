@@ -118,7 +118,7 @@ TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels
 
     VC3DSystem system;
     auto coverage = [&](TQ3ObjectType renderer, float opacity, std::vector<uint8>* alpha) {
-        VZarbesoDocument document;
+        VZarbesoDocument document(false);
         document.ApplyDefaults();
         document.GetView()->SetOpacity(opacity);
         document.GetRenderer()->finalType = renderer;
@@ -129,7 +129,7 @@ TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels
             (*alpha)[i] = host.outBuffer[i * 4 + 3];
     };
     std::vector<uint8> finalAlpha, interactiveAlpha, halfAlpha;
-    VZarbesoDocument probe;
+    VZarbesoDocument probe(false);
     const TQ3ObjectType finalType = probe.GetRenderer()->GetFinalType();
     ASSERT_NE(finalType, 0u) << "the final renderer is registered and chosen";
     coverage(finalType, 100, &finalAlpha);
@@ -160,7 +160,7 @@ TEST(Document, OkAfterAFullSizePreviewDoesNotRenderAgain) {
     VC3DSystem system;
     for (int16 scale : {int16(1), int16(2)}) {
         gPluginParameters->previewScale = scale;
-        VZarbesoDocument document;
+        VZarbesoDocument document(false);
         document.ApplyDefaults();
         document.BindImage(false);
         document.RenderScene(true); // Preview

@@ -1,0 +1,280 @@
+// The workspace between the scene and the file: what OK saves comes back in
+// the next run, with and without the window, and the first run's defaults.
+#include "curves/VCNurbsCurve.h"
+#include "curves/VCustomPathData.h"
+#include "host/CZarbesoPlugin.h"
+#include "host/ModalRun.h"
+#include "host/ModuleState.h"
+#include "scene/K3DSystem.h"
+#include "scene/VCLight.h"
+#include "tests/TempConfigFolder.h"
+#include "tests/host/FakeHost.h"
+#include "text/FontList.h"
+#include "ui/CDocumentStandInWindow.h"
+#include "ui/NoWindowRun.h"
+#include "ui/VZarbesoDocument.h"
+#include "ui/persistence/VZarbesoWorkspace.h"
+
+#include <QDialog>
+#include <QImage>
+#include <QTimer>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+// A host whose filter has started, so that documents can bind to its image.
+class WorkspaceScene : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        for (int y = 0; y < host.height; ++y)
+            for (int x = 0; x < host.width; ++x) {
+                uint8* p = &host.image[(std::size_t(y) * host.width + x) * 3];
+                p[0] = uint8(40 + y), p[1] = uint8(90 + x / 3), p[2] = 150;
+            }
+        SetNoWindowRunner([] { return true; });
+        for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
+            CZarbesoPlugin plugin;
+            int16 result = 0;
+            int32 data = 0;
+            plugin.Dispatch(s, &host.record, &data, &result);
+            ASSERT_EQ(result, 0);
+        }
+    }
+
+    // The document as a run of the window starts it.
+    std::unique_ptr<VZarbesoDocument> Start() {
+        auto document = std::make_unique<VZarbesoDocument>(true);
+        document->InitControls();
+        document->ApplyWorkspace();
+        document->BindImage(false);
+        return document;
+    }
+
+    std::vector<uint8> Output(const char* name) const {
+        QImage img(host.width, host.height, QImage::Format_RGB32);
+        for (int y = 0; y < host.height; ++y)
+            for (int x = 0; x < host.width; ++x) {
+                const uint8* p = &host.outBuffer[(std::size_t(y) * host.width + x) * 3];
+                img.setPixel(x, y, qRgb(p[0], p[1], p[2]));
+            }
+        img.save(QString("%1/%2").arg(PLUMET_TEST_OUTPUT).arg(name));
+        return host.outBuffer;
+    }
+
+    TempConfigFolder config;
+    FakeHost host{240, 150, 3, plugInModeRGBColor, filterCaseFlatImageNoSelection};
+    VC3DSystem system;
+};
+
+// A font other than the default one, by its row.
+std::int32_t OtherFontRow() {
+    const std::uint32_t serif = FindFontListPosition("DejaVu Serif");
+    const std::uint32_t row = serif ? serif : (GetDefaultFont() % GetFontList().GetCount()) + 1;
+    return std::int32_t(row) - 1;
+}
+} // namespace
+
+TEST_F(WorkspaceScene, ARunWithoutTheWindowRendersWhatOkSaved) {
+    std::vector<uint8> confirmed;
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        VZarbesoView& view = *d->GetView();
+        d->SetText("Plumet Wave");
+        d->SelectFontRow(OtherFontRow());
+        d->SelectPathRow(2); // Wave
+        d->SetPathValue(1, 55, false);
+        d->SetPathValue(2, 35, true);
+        d->SetFaceColor({0xE000, 0x4000, 0x1000});
+        d->SetSideColor({0x2000, 0x9000, 0x3000});
+        d->SetTransparency(15);
+        d->SetIntensity(30);
+        d->SetAmbientColor({0xFFFF, 0xE000, 0xC000});
+        for (const auto& [place, green] :
+             {std::pair{KVector3D{-8, 4, 6, 0}, 0.2f}, std::pair{KVector3D{7, -2, 5, 0}, 0.9f}}) {
+            VCLight* light = view.GetSceneManager()->AddLight(&view);
+            ASSERT_NE(light, nullptr);
+            light->Translate(place);
+            light->SetColor(0.9f, green, 0.5f);
+        }
+        view.SetLayout(TextLayoutValue::kSlide, 37, false, true);
+        view.SetLayout(TextLayoutValue::kTilt, 20, false, true);
+        view.SetLayout(TextLayoutValue::kWidth, 13, false, true);
+        view.SetLayout(TextLayoutValue::kDepth, 9, true, true);
+        // A camera of the user's own, kept as a custom view.
+        const TQ3Matrix4x4 orbit = MatrixFromRotation(0.25f, -0.35f, 0.05f);
+        view.ApplyTo(K3DViewAdorner::kOrbit, K3DViewAdorner::kApply, &orbit, false);
+        d->AddCustomView(d->ProposeCustomViewName());
+        ASSERT_TRUE(d->ConfirmRun());
+        confirmed = Output("workspace-ok.png");
+    }
+    ASSERT_EQ(static_cast<PluginParameters*>(host.record.parameters)->invocation, 0);
+
+    host.outBuffer.assign(host.outBuffer.size(), 0);
+    ASSERT_TRUE(RunWithoutWindow());
+    const std::vector<uint8> repeated = Output("workspace-repeat.png");
+    ASSERT_EQ(repeated.size(), confirmed.size());
+    std::size_t differ = 0, changed = 0;
+    for (std::size_t i = 0; i < repeated.size(); ++i) {
+        differ += repeated[i] != confirmed[i];
+        changed += repeated[i] != host.image[i];
+    }
+    EXPECT_EQ(differ, 0u) << "the repeat is the picture of the last OK";
+    EXPECT_GT(changed, repeated.size() / 20) << "and it shows the text";
+
+    // The first run's defaults give another picture.
+    std::filesystem::remove(config.File(kPreferencesFileName));
+    host.outBuffer.assign(host.outBuffer.size(), 0);
+    ASSERT_TRUE(RunWithoutWindow());
+    const std::vector<uint8> defaults = Output("workspace-defaults.png");
+    EXPECT_NE(defaults, confirmed);
+}
+
+TEST_F(WorkspaceScene, FirstRunShowsTheDefaultsAndANextRunWhatOkKept) {
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        const VZarbesoView& view = *d->GetView();
+        EXPECT_STREQ(view.GetText(), "Lumerra 3D");
+        EXPECT_EQ(view.GetLayout(TextLayoutValue::kSlide), 50.0f);
+        EXPECT_EQ(d->controls.viewRow, 0) << "Home";
+        EXPECT_EQ(d->controls.pathRow, 0) << "the Line";
+        EXPECT_EQ(d->controls.surfaceRow, 0);
+        EXPECT_TRUE(d->GetSwitch(VSwitch::kImage));
+
+        d->SelectPathRow(1); // Ellipse
+        ASSERT_TRUE(d->ConvertPath(d->ProposeCustomPathName()));
+        d->SelectSurfaceRow(3); // Leopard Skin
+        d->SetLink(true);
+        d->SetSwitch(VSwitch::kGrid, false);
+        d->AddCustomView("Mine");
+        VZarbesoView& lit = *d->GetView();
+        for (int i = 0; i < 3; ++i)
+            lit.GetSceneManager()->AddLight(&lit)->Translate({float(i), 2, 3, 0});
+        d->SaveWorkspace();
+        // A Cancel after this saves nothing more.
+        d->SetText("Not saved");
+    }
+    std::unique_ptr<VZarbesoDocument> d = Start();
+    VZarbesoView& view = *d->GetView();
+    EXPECT_STREQ(view.GetText(), "Lumerra 3D");
+    EXPECT_EQ(d->controls.viewRow, kViewRowCustom) << "the View combo reads Custom View";
+    EXPECT_EQ(d->GetCustomViewCount(), 0) << "custom views last one run";
+    EXPECT_EQ(d->controls.pathRow, kFirstCustomPathRow);
+    EXPECT_EQ(d->GetPathRows()[kFirstCustomPathRow], "Custom Path  1");
+    EXPECT_TRUE(view.HasCurveModel());
+    EXPECT_TRUE(view.GetCurve()->IsClosed()) << "the converted Ellipse is closed";
+    EXPECT_EQ(d->controls.surfaceRow, 3);
+    EXPECT_NE(view.GetTexture(), nullptr);
+    EXPECT_EQ(d->controls.link, 1);
+    EXPECT_FALSE(d->GetSwitch(VSwitch::kGrid));
+    ASSERT_EQ(view.GetSceneManager()->GetLightCount(), 3u);
+    KVector3D where;
+    view.GetSceneManager()->GetLight(3)->GetPosition(where);
+    EXPECT_EQ(where.x, 2.0f);
+    EXPECT_EQ(where.z, 3.0f);
+
+    // Reset brings the defaults back and keeps the custom paths.
+    d->ResetAll();
+    EXPECT_EQ(d->controls.pathRow, 0);
+    EXPECT_EQ(d->controls.viewRow, 0);
+    EXPECT_EQ(view.GetTexture(), nullptr);
+    EXPECT_TRUE(d->GetSwitch(VSwitch::kGrid));
+    EXPECT_EQ(view.GetSceneManager()->GetLightCount(), 0u) << "a first run has no lights";
+    EXPECT_EQ(d->GetPathRows()[kFirstCustomPathRow], "Custom Path  1");
+}
+
+TEST_F(WorkspaceScene, CustomViewsKeepTheLastFour) {
+    std::unique_ptr<VZarbesoDocument> d = Start();
+    EXPECT_EQ(d->ProposeCustomViewName(), "Custom View  1");
+    VZarbesoView& view = *d->GetView();
+    for (int i = 0; i < 5; ++i) {
+        const TQ3Matrix4x4 orbit = MatrixFromRotation(0.1f * float(i + 1), 0, 0);
+        view.SetAll(nullptr, &orbit, nullptr);
+        d->AddCustomView(d->ProposeCustomViewName());
+    }
+    const std::vector<std::string> rows = d->GetViewRows();
+    ASSERT_EQ(d->GetCustomViewCount(), 4);
+    EXPECT_EQ(rows[kFirstCustomViewRow], "Custom View  2") << "the first view made room";
+    EXPECT_EQ(rows.back(), "Set View...");
+    EXPECT_EQ(d->FindViewRow("custom view  5"), kFirstCustomViewRow + 3);
+    EXPECT_EQ(d->controls.viewRow, kFirstCustomViewRow + 3);
+
+    // Choosing the second row moves the camera to what it kept.
+    d->SelectViewRow(kFirstCustomViewRow + 1);
+    TQ3Matrix4x4 orbit;
+    view.GetAll(nullptr, &orbit, nullptr);
+    const TQ3Matrix4x4 kept = MatrixFromRotation(0.3f, 0, 0);
+    EXPECT_NEAR(orbit.value[1][2], kept.value[1][2], 1e-6);
+    EXPECT_EQ(d->controls.viewRow, kFirstCustomViewRow + 1);
+    d->SelectViewRow(kFirstCustomViewRow + 4); // the hyphens
+    EXPECT_EQ(d->controls.viewRow, kFirstCustomViewRow + 1);
+}
+
+TEST_F(WorkspaceScene, CustomPathsAreCapturedReopenedAndDeleted) {
+    std::unique_ptr<VZarbesoDocument> d = Start();
+    VZarbesoView& view = *d->GetView();
+    d->SelectPathRow(0);
+    ASSERT_TRUE(d->ConvertPath("Straight"));
+    // A converted Line is a straight cubic whose letters stand upright.
+    KVector3D tangent, normal;
+    ASSERT_TRUE(view.GetCurve()->GetStartFrame(tangent, normal));
+    EXPECT_NEAR(normal.y, 1.0f, 1e-5);
+
+    d->SelectPathRow(6); // Spherical Helix
+    ASSERT_TRUE(d->ConvertPath(d->ProposeCustomPathName()));
+    KVector3D twisted;
+    view.GetCurve()->GetStartFrame(tangent, twisted);
+    d->SelectPathRow(2); // leaving it captures it
+    d->SelectPathRow(kFirstCustomPathRow + 1);
+    KVector3D reopened;
+    view.GetCurve()->GetStartFrame(tangent, reopened);
+    EXPECT_NEAR(reopened.Dot(twisted), 1.0f, 1e-5) << "the start frame keeps its twist";
+    EXPECT_EQ(view.GetCustomPath(2)->isBezier, 1);
+    EXPECT_EQ(view.GetCustomPath(2)->pointCount, 22);
+    EXPECT_EQ(view.GetCustomPath(2)->knotCount, 26);
+
+    EXPECT_EQ(d->FindPathRow("straight"), kFirstCustomPathRow);
+    d->DeleteCustomPathRows({kFirstCustomPathRow});
+    EXPECT_EQ(d->controls.pathRow, kFirstCustomPathRow) << "the second path moved up";
+    EXPECT_EQ(d->GetPathRows()[kFirstCustomPathRow], "Custom Path  1");
+    d->DeleteCustomPathRows({kFirstCustomPathRow});
+    EXPECT_EQ(d->controls.pathRow, 0) << "with the path in use gone, the Line";
+    EXPECT_EQ(d->GetPathRows().size(), 11u) << "no custom rows and no second separator";
+    EXPECT_TRUE(view.HasPath());
+}
+
+namespace {
+bool gConfirm = false;
+
+// The stand-in window, answered by a click on OK or Cancel once it shows.
+WFilterWindow* AnsweredStandIn(intptr_t parent, int16 invocation) {
+    WFilterWindow* window = CDocumentStandInWindow::Make(parent, invocation);
+    QTimer::singleShot(0, [window] {
+        auto* dialog = qobject_cast<QDialog*>(window->Widget());
+        if (gConfirm)
+            dialog->accept();
+        else
+            dialog->reject();
+    });
+    return window;
+}
+} // namespace
+
+TEST_F(WorkspaceScene, OkOfTheWindowSavesAndRendersCancelLeavesBoth) {
+    SetFilterWindowFactory(&AnsweredStandIn);
+    auto* params = static_cast<PluginParameters*>(host.record.parameters);
+    gConfirm = false;
+    params->invocation = 2;
+    EXPECT_FALSE(RunFilterDialog(nullptr, 2));
+    EXPECT_EQ(params->invocation, 0);
+    EXPECT_EQ(VZarbesoWorkspace(true).app.saved, 0) << "Cancel saved nothing";
+    EXPECT_EQ(host.outBuffer, std::vector<uint8>(host.image.begin(), host.image.end()));
+
+    gConfirm = true;
+    params->invocation = 2;
+    EXPECT_TRUE(RunFilterDialog(nullptr, 2));
+    EXPECT_EQ(params->invocation, 0);
+    EXPECT_EQ(VZarbesoWorkspace(true).app.saved, 1) << "OK saved the workspace";
+    EXPECT_NE(host.outBuffer, std::vector<uint8>(host.image.begin(), host.image.end()))
+        << "and rendered the text into the image";
+    SetFilterWindowFactory(nullptr);
+}
