@@ -130,6 +130,11 @@ void VCLightManager::SetAmbientColor(float r, float g, float b) {
 
 void VCLightManager::SetAmbientColor16(std::uint16_t r, std::uint16_t g, std::uint16_t b) {
     SetAmbientColor(r / 65535.0f, g / 65535.0f, b / 65535.0f);
+    // The copy keeps the values as given: through a float and back, most
+    // would lose one, and a colour saved and set again would drift.
+    ambientColor[0] = r;
+    ambientColor[1] = g;
+    ambientColor[2] = b;
 }
 
 void VCLightManager::StartListening(DLightGroup& lightGroup, WBroadcaster& broadcaster) {
