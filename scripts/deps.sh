@@ -8,6 +8,7 @@ plumet_packages=(
     libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-urw-base35 fonts-liberation2
     libembree-dev libtiff-dev libexiv2-dev libglu1-mesa-dev
     clang libfuzzer-14-dev
+    gimp libgimp2.0-dev xvfb xauth xdotool x11-utils
 )
 
 plumet_install_deps() {

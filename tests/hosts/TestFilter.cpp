@@ -11,6 +11,8 @@
 //                              start, work there, empty the rectangles in
 //                              continue
 //   TESTFILTER_STYLE=endless   never empty the rectangles
+//   TESTFILTER_COLOR=1         ask the host's colorServices for a colour at
+//                              start (from 10,200,30) and log the answer
 // Compile definitions make broken variants for the loader's tests.
 #include "sdk/PIFilter.h"
 #include "sdk/PIGlobal.h"
@@ -116,6 +118,21 @@ void Invert(FilterRecord* fr) {
             for (int p = 0; p < outPlanes; ++p)
                 out[c * outPlanes + p] = uint8(255 - in[c * inPlanes + p]);
     }
+}
+
+void AskForColor(FilterRecord* fr) {
+    static Str255 prompt = "\016 Select color:";
+    ColorServicesInfo info{};
+    info.infoSize = sizeof info;
+    info.selector = plugIncolorServicesChooseColor;
+    info.sourceSpace = info.resultSpace = plugIncolorServicesRGBSpace;
+    info.colorComponents[0] = 10;
+    info.colorComponents[1] = 200;
+    info.colorComponents[2] = 30;
+    info.selectorParameter.pickerPrompt = &prompt;
+    const OSErr err = fr->colorServices(&info);
+    Log("color result=%d rgb=%d,%d,%d\n", int(err), info.colorComponents[0],
+        info.colorComponents[1], info.colorComponents[2]);
 }
 
 int16 ChoosePlanes(FilterRecord* fr) {
@@ -244,6 +261,7 @@ extern "C" void ENTRYPOINT(int16 selector, void* block, int32* pluginData, int16
             answer = DoPrepare(fr);
             break;
         case filterSelectorStart:
+            if (std::getenv("TESTFILTER_COLOR") && fr->colorServices) AskForColor(fr);
             answer = DoStart(fr);
             break;
         case filterSelectorContinue:
