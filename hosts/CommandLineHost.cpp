@@ -194,7 +194,9 @@ int RunCommandLine(int argc, const char* const* argv) {
             const std::string reason = CancelReason(host->Record());
             if (!reason.empty())
                 report.message = "cancelled: " + reason + "; the image is unchanged";
-        } else if (setup.showDialog && !DisplayInEnvironment()) {
+        } else if (outcome.result == errReportString && setup.showDialog &&
+                   !DisplayInEnvironment()) {
+            // The filter could not open its window here.
             report.message += " (without a display: " + WithoutWindow(argc, argv) + ")";
         }
         Say(outcome.hostMessage.empty() ? report.message
