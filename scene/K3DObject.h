@@ -10,6 +10,9 @@ class K3DObject : public KListEntry {
   public:
     ~K3DObject() override = default;
     virtual void Translate(const KVector3D& /*delta*/) {}
+    // After a gesture moved the object: an object built from what it holds
+    // (a path from its control points) builds itself again.
+    virtual void UpdateAfterMove() {}
     virtual void GetRotationMatrix(TQ3Matrix4x4& out) const;
     virtual void GetScaleMatrix(TQ3Matrix4x4& out) const;
     // Mode 1 leaves the scale out.
@@ -24,6 +27,16 @@ class K3DObject : public KListEntry {
     // The lengths of the three rows of the local-to-world matrix.
     virtual void GetAxisScales(KVector3D& out) const;
     virtual void GetPosition(KVector3D& out) const;
+    // An edit of the object's parts begins or ends: editable objects show
+    // or hide their controls.
+    virtual void BeginEdit() {}
+    virtual void EndEdit() {}
+    // Selects the part of the object that the last pick named; false when
+    // the object has no parts to select.
+    virtual bool SelectPart(bool /*toggle*/) { return false; }
+    // Acts on the selected part (a path drops its selected point); false
+    // when there is nothing to act on.
+    virtual bool EditAtPart() { return false; }
 };
 
 // The identity matrix.

@@ -16,6 +16,7 @@ VC3DSystem::VC3DSystem() {
                                                kQ3LightWorksSLNickName));
         RegisterCustomElements();
         elementsRegistered_ = true;
+        picker_ = std::make_unique<VCPicker>();
         viewMatrix_ = std::make_unique<VCViewMatrix>();
     } catch (...) {
         if (elementsRegistered_) UnregisterCustomElements();
@@ -26,6 +27,7 @@ VC3DSystem::VC3DSystem() {
 
 VC3DSystem::~VC3DSystem() {
     viewMatrix_.reset();
+    picker_.reset();
     // The widgets made for the run hold library objects; they go first.
     TheWidgetFactory().Clear();
     if (elementsRegistered_) UnregisterCustomElements();

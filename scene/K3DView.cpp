@@ -4,12 +4,34 @@
 #include "foundation/Messages.h"
 #include "host/ModuleState.h"
 #include "scene/K3DObject.h"
+#include "scene/MouseEvent.h"
+
+namespace {
+K3DView* gCurrent3DView = nullptr;
+}
+
+K3DView* GetCurrent3DView() {
+    return gCurrent3DView;
+}
+
+void SetCurrent3DView(K3DView* view) {
+    gCurrent3DView = view;
+}
 
 K3DView::K3DView() {
     FitWindowImage();
 }
 
-K3DView::~K3DView() = default;
+K3DView::~K3DView() {
+    if (gCurrent3DView == this) gCurrent3DView = nullptr;
+}
+
+void K3DView::GetPickPoint(TQ3Point2D& out, const MouseEvent& event) {
+    // The global point is a copy of the local one; the offscreen world and
+    // the window have the same size, so both name the same pixel.
+    const Point& p = DrawsOffscreen() ? event.local : event.global;
+    out = {static_cast<float>(p.h), static_cast<float>(p.v)};
+}
 
 void K3DView::SubmitStyles() {
     viewerStyle.Submit(viewer);

@@ -28,6 +28,8 @@ class K3DView : public DExtViewer, public KView {
     // Message 2000 to the attachments: the adorners submit their transforms.
     void SubmitAdorners() override;
     std::int32_t GetCameraKind() override { return 1; }
+    // The event's point in the window.
+    void GetPickPoint(TQ3Point2D& out, const MouseEvent& event) override;
     virtual VZarbesoSceneManager* GetSceneManager() = 0;
     // The combined matrix of what stands in front of the scene.
     virtual void GetAdornerMatrix(TQ3Matrix4x4& out) const;
@@ -69,6 +71,11 @@ class K3DView : public DExtViewer, public KView {
     bool windowImageStale_ = false;
     PISurface surface_{};
 };
+
+// The view of the gesture under way, or the one the document works on:
+// widgets, selected objects and lights read it. A view that dies clears it.
+K3DView* GetCurrent3DView();
+void SetCurrent3DView(K3DView* view);
 
 class K3DBackView : public K3DView {
   public:

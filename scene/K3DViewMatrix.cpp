@@ -1,6 +1,7 @@
 #include "scene/K3DViewMatrix.h"
 
 #include "scene/K3DObject.h"
+#include "scene/K3DView.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,6 +12,19 @@ KVector3D TransformPoint(const KVector3D& p, const TQ3Matrix4x4& m) {
         out[j] = p.x * m.value[0][j] + p.y * m.value[1][j] + p.z * m.value[2][j] + m.value[3][j];
     const float w = out[3] != 0.0f && std::isfinite(out[3]) ? out[3] : 1.0f;
     return {out[0] / w, out[1] / w, out[2] / w, 1.0f};
+}
+
+KVector3D TransformVector(const KVector3D& v, const TQ3Matrix4x4& m) {
+    float out[3];
+    for (int j = 0; j < 3; ++j)
+        out[j] = v.x * m.value[0][j] + v.y * m.value[1][j] + v.z * m.value[2][j];
+    return {out[0], out[1], out[2], 0.0f};
+}
+
+TQ3Matrix4x4 InvertedMatrix(const TQ3Matrix4x4& m) {
+    TQ3Matrix4x4 inverse;
+    if (!Q3Matrix4x4_Invert(&m, &inverse)) return IdentityMatrix();
+    return inverse;
 }
 
 TQ3Matrix4x4 MultiplyMatrices(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b) {
@@ -73,9 +87,8 @@ float K3DViewMatrix::DistanceToLine(std::int32_t point, const KVector3D& linePoi
 }
 
 float K3DViewMatrix::GetDepth(const KVector3D& point) const {
-    KVector3D v;
-    WorldToView(point, v);
-    return v.z;
+    // The point is where the library put it, in front of the adorners.
+    return TransformPoint(point, worldToView).z;
 }
 
 void K3DViewMatrix::IntersectSphere(std::int32_t point, const KVector3D& centre, float radius,
@@ -122,15 +135,10 @@ void K3DViewMatrix::IntersectSphere(std::int32_t point, const KVector3D& centre,
     ScreenToWorld(point, back, -std::max(t1, t2));
 }
 
-void VCViewMatrix::SetAdornerSource(AdornerSource source, void* context) {
-    source_ = source;
-    context_ = context;
-}
-
 void VCViewMatrix::MatricesReady() {
     adorner = IdentityMatrix();
-    if (source_) source_(context_, adorner);
-    if (Q3Matrix4x4_Invert(&adorner, &adornerInverse) == nullptr) adornerInverse = IdentityMatrix();
+    if (auto* view = dynamic_cast<K3DView*>(extViewer)) view->GetAdornerMatrix(adorner);
+    adornerInverse = InvertedMatrix(adorner);
 }
 
 void VCViewMatrix::ViewToWorld(const KVector3D& point, KVector3D& result) const {

@@ -19,7 +19,8 @@ class K3DViewMatrix : public DGetViewMatrixLoop {
                             const KVector3D& lineDirection, KVector3D& result) const;
     float DistanceToLine(std::int32_t point, const KVector3D& linePoint,
                          const KVector3D& lineDirection) const;
-    // The view depth of a scene point.
+    // The view depth of a point as the library reports it, in front of the
+    // adorners (a pick's hit point).
     float GetDepth(const KVector3D& point) const;
     // Where the pick ray meets a sphere, front and back; a ray that misses
     // is bent onto the rim, so that front equals back there.
@@ -27,14 +28,11 @@ class K3DViewMatrix : public DGetViewMatrixLoop {
                          KVector3D& front, KVector3D& back) const;
 };
 
-// The same inside the adorners: scene points are brought through the view's
-// adorner matrix, so that they are where the objects are.
+// The same inside the adorners: scene points are brought through the
+// adorner matrix of the view the matrices were read from, so that they are
+// where the objects are.
 class VCViewMatrix : public K3DViewMatrix {
   public:
-    // Where the adorner matrix comes from once the matrices are read.
-    using AdornerSource = void (*)(void* context, TQ3Matrix4x4& out);
-    void SetAdornerSource(AdornerSource source, void* context);
-
     void MatricesReady() override;
     void ViewToWorld(const KVector3D& point, KVector3D& result) const override;
     void WorldToView(const KVector3D& point, KVector3D& result) const override;
@@ -42,12 +40,12 @@ class VCViewMatrix : public K3DViewMatrix {
 
     TQ3Matrix4x4 adorner;
     TQ3Matrix4x4 adornerInverse;
-
-  private:
-    AdornerSource source_ = nullptr;
-    void* context_ = nullptr;
 };
 
 // Row vector times matrix, with the division by w.
 KVector3D TransformPoint(const KVector3D& p, const TQ3Matrix4x4& m);
+// A direction times the matrix: its translation plays no part. w is 0.
+KVector3D TransformVector(const KVector3D& v, const TQ3Matrix4x4& m);
+// The inverse, or the identity for a matrix that has none.
+TQ3Matrix4x4 InvertedMatrix(const TQ3Matrix4x4& m);
 TQ3Matrix4x4 MultiplyMatrices(const TQ3Matrix4x4& a, const TQ3Matrix4x4& b);

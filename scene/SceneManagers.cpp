@@ -106,6 +106,29 @@ bool VCSceneManager::CanDelete(K3DObject*) const {
     return true;
 }
 
+void VCSceneManager::DeleteSelected() {
+    selection.DeleteDeletable(*this);
+}
+
+void VCSceneManager::SetWidgetsVisible(bool flag) {
+    selection.ShowWidgets(flag);
+}
+
+void VCSceneManager::DeleteLight(VCLight* light) {
+    selection.Deselect(light);
+    VCLightManager::DeleteLight(light);
+}
+
+void VCSceneManager::DeleteModel(VCModel* model) {
+    selection.Deselect(model);
+    VCModelManager::DeleteModel(model);
+}
+
+void VCSceneManager::DeleteAllModels() {
+    selection.Clear();
+    VCModelManager::DeleteAllModels();
+}
+
 VZarbesoSceneManager::VZarbesoSceneManager()
     : grid(KVector3D{-10, 0, -10, 1}, KVector3D{10, 0, 10, 1}, 20) {}
 

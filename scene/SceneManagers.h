@@ -4,6 +4,7 @@
 
 #include "d3d/DGridObject.h"
 #include "foundation/WCommander.h"
+#include "scene/K3DSelection.h"
 #include "scene/VCLightManager.h"
 #include "scene/VCModelManager.h"
 
@@ -11,6 +12,7 @@ class K3DView;
 
 class K3DSceneManager : public KCommandsHandler {
   public:
+    virtual K3DSelection* GetSelection() = 0;
     // Tells the scene that an object was placed in `view`.
     virtual void ObjectPlaced(K3DView* /*view*/) {}
 };
@@ -30,12 +32,22 @@ class VCSceneManager : public K3DSceneManager, public VCModelManager, public VCL
     virtual void Submit(const DViewerObject& viewer);
     virtual void DeleteObject(K3DObject* object);
     virtual bool CanDelete(K3DObject* object) const;
+    VCSelection* GetSelection() override { return &selection; }
+    // Deletes the selected objects that the user may delete.
+    void DeleteSelected();
+    // Shows or hides the widgets of the selection.
+    void SetWidgetsVisible(bool flag);
+    // A deleted light or model leaves the selection first.
+    void DeleteLight(VCLight* light) override;
+    void DeleteModel(VCModel* model) override;
+    void DeleteAllModels() override;
 
     void SetLightsVisible(bool v) { lightsVisible = v; }
     void SetModelsVisible(bool v) { modelsVisible = v; }
     bool GetLightsVisible() const { return lightsVisible; }
     bool GetModelsVisible() const { return modelsVisible; }
 
+    VCSelection selection;
     std::uint32_t nextId = 0;
     std::uint8_t lightsVisible = 1;
     std::uint8_t modelsVisible = 1;

@@ -1,6 +1,6 @@
 #include "scene/VC3DView.h"
 
-VC3DView::VC3DView() : K3DViewAdorner(*this, this) {}
+VC3DView::VC3DView() : K3DViewAdorner(*this, this), VCHasSelection(this) {}
 
 VC3DView::~VC3DView() {
     // The scene goes before the library objects of the view it lives in.
@@ -17,6 +17,7 @@ std::unique_ptr<VZarbesoSceneManager> VC3DView::CreateSceneManager() {
 
 void VC3DView::Initialize() {
     sceneManager = CreateSceneManager();
+    AddListener(sceneManager->GetSelection());
     Setup();
     if (UsesLights()) sceneManager->StartListening(lightGroup, *this);
 }

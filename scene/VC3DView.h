@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scene/K3DSelection.h"
 #include "scene/K3DView.h"
 #include "scene/K3DViewAdorner.h"
 #include "scene/SceneManagers.h"
@@ -8,7 +9,7 @@
 
 // A view with its scene manager and its camera transforms in front of the
 // scene.
-class VC3DView : public K3DBackView, public K3DViewAdorner {
+class VC3DView : public K3DBackView, public K3DViewAdorner, public VCHasSelection {
   public:
     VC3DView();
     ~VC3DView() override;
@@ -20,9 +21,10 @@ class VC3DView : public K3DBackView, public K3DViewAdorner {
     void SubmitScene() override;
     virtual std::unique_ptr<VZarbesoSceneManager> CreateSceneManager();
     virtual bool UsesLights() const { return true; }
-    // Builds the scene manager and the library side of the view; then the
-    // starting scale of 3.
+    // Makes the scene and starts with a scale of 3.
     virtual void InitView();
+    // The scene manager, whose selection and lights listen to the view,
+    // and the library side of the view.
     virtual void Initialize();
 
     std::unique_ptr<VZarbesoSceneManager> sceneManager;

@@ -18,6 +18,10 @@ class VCBezierCurveModel : public VZarbesoModel {
     VCurve* GetPath() override { return curve_.GetPath(); }
 
     std::uint8_t closed = 0;
+    // The pick id of the nearest hit of the last pick that took this model,
+    // which tells the drag tools the part that lay in front of the curve;
+    // they read and clear it.
+    std::uint32_t lastPart = 0;
 
   private:
     DDisplayGroup group_;

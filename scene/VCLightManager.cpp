@@ -64,8 +64,9 @@ VCLight* VCLightManager::AddLight(K3DView* view) {
     view->GetAdornerMatrix(m);
     auto* light = new VCPointLight(id, m);
     lights.Append(light);
+    if (!lightGroup_) lightGroup_ = &view->lightGroup;
     try {
-        view->lightGroup.AddObject(light->GetLight());
+        lightGroup_->AddObject(light->GetLight());
         light->CalcBoundingBox(view);
         light->CalcBoundingSphere(view);
     } catch (...) {

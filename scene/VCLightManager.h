@@ -29,7 +29,7 @@ class VCLightManager : public KListener {
 
     // Takes the light out of the list and its library light out of the
     // light group, and deletes it.
-    void DeleteLight(VCLight* light);
+    virtual void DeleteLight(VCLight* light);
     void DeleteAllLights();
     std::uint32_t GetLightCount() const { return lights.GetCount(); }
     VCLight* GetLight(std::uint32_t position) const;

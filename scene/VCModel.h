@@ -68,6 +68,9 @@ class VZarbesoModel : public VCModel {
     // other models have none.
     virtual bool BuildPath() { return false; }
     virtual VCurve* GetPath() { return nullptr; }
+    // The selected control point, in object coordinates.
+    virtual void GetSelectedPoint(KVector3D& out) const { out = {0, 0, 0, 1}; }
+    virtual void ShowControls(bool /*on*/) {}
 
     std::uint8_t selectable = 1;
 };

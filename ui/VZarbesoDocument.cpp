@@ -24,6 +24,8 @@ VZarbesoDocument::VZarbesoDocument(bool loadWorkspace) {
     view_ = std::make_unique<VZarbesoView>();
     view_->SetupText(workspace_->text.text);
     view_->AddListener(this);
+    // Widgets and lights made outside a gesture read the view from here.
+    SetCurrent3DView(view_.get());
     // Light icons start at the default size, three times their own.
     view_->GetSceneManager()->ScaleLights(lightIconSize);
     SetSceneAlert(&ShowSceneAlert);
@@ -102,7 +104,9 @@ void VZarbesoDocument::RenderScene(bool interactive) {
     scene->SetLightsVisible(false);
     scene->SetGridVisible(false);
     scene->SetModelsVisible(true);
+    scene->SetWidgetsVisible(false);
     renderer_->Render(interactive);
+    scene->SetWidgetsVisible(true);
     scene->SetLightsVisible(lights);
     scene->SetModelsVisible(models);
     scene->SetGridVisible(grid);

@@ -203,8 +203,6 @@ TEST_F(Views, WindowPointsAndScenePointsMeetThroughTheAdorners) {
     VZarbesoView view(300, 300);
     view.SetStandardView(VZarbesoView::kFront, 0, false);
     VCViewMatrix matrix;
-    matrix.SetAdornerSource(
-        [](void* v, TQ3Matrix4x4& out) { static_cast<VZarbesoView*>(v)->GetTotal(out); }, &view);
     matrix.Compute(&view);
     // The centre of the window looks down the axis at the origin.
     KVector3D origin, direction;

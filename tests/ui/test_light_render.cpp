@@ -56,8 +56,6 @@ struct LightRender : ::testing::Test {
     // Where a scene point lands in the window.
     QPoint WindowPoint(const KVector3D& p) {
         VCViewMatrix& m = *static_cast<VCViewMatrix*>(system.GetViewMatrix());
-        m.SetAdornerSource(
-            [](void* v, TQ3Matrix4x4& out) { static_cast<VC3DView*>(v)->GetTotal(out); }, &view);
         m.Compute(&view);
         KVector3D v;
         m.WorldToView(p, v);
