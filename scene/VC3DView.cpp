@@ -1,6 +1,6 @@
 #include "scene/VC3DView.h"
 
-VC3DView::VC3DView() : K3DViewAdorner(*this, this), VCHasSelection(this) {}
+VC3DView::VC3DView() : K3DViewAdorner(*this, this), KToolHandler(this), VCHasSelection(this) {}
 
 VC3DView::~VC3DView() {
     // The scene goes before the library objects of the view it lives in.
@@ -23,7 +23,18 @@ void VC3DView::Initialize() {
 }
 
 void VC3DView::InitView() {
+    CreateTools();
     Initialize();
+    SetTool(tools[kToolOrbit].get());
     const KVector3D three{3, 3, 3, 0};
     ApplyTo(kScale, kApply, &three, true);
+}
+
+bool VC3DView::SetTool(int index) {
+    KTool* tool = GetToolAt(index);
+    return tool && SetTool(tool);
+}
+
+KTool* VC3DView::GetToolAt(int index) const {
+    return index >= 0 && index < kToolCount ? tools[index].get() : nullptr;
 }

@@ -77,6 +77,17 @@ void VZarbesoView::PlaceCamera() {
     camera->SetRange(0.1f, 100.0f);
 }
 
+void VZarbesoView::AboutToTrack(void*) {
+    if (!renderShowing_) return;
+    SetRenderShowing(false);
+    Refresh();
+}
+
+void VZarbesoView::RefreshUnlessKept() {
+    if (renderShowing_ && !keepRender_) Refresh();
+    keepRender_ = false;
+}
+
 // ---- camera ------------------------------------------------------------------
 
 float VZarbesoView::GetFieldOfView() const {

@@ -30,6 +30,13 @@ class VZarbesoView : public VC3DView {
     void Render() override;
     void ShowBack() override { ShowOffscreen(); }
     void PlaceCamera() override;
+    void CreateTools() override;
+    // Before a press in the view: a finished render that stands in the view
+    // gives way to the scene.
+    void AboutToTrack(void* argument);
+    // Draws again when a render stands in the view that was not to be kept;
+    // forgets the wish to keep it in any case.
+    void RefreshUnlessKept();
 
     // ---- camera ----
     enum StandardView { kHome = 1, kFront, kTop, kBottom, kLeftSide, kRightSide, kCustom };
@@ -69,6 +76,7 @@ class VZarbesoView : public VC3DView {
     void SetOpacity(float percent);
     float GetOpacity() const { return opacity_; }
     void SetDragOutline(bool flag);
+    bool GetDragOutline() const { return dragOutline_; }
     void SetFaceColor(std::uint16_t red, std::uint16_t green, std::uint16_t blue);
     void SetSideColor(std::uint16_t red, std::uint16_t green, std::uint16_t blue);
     const std::array<std::uint16_t, 3>& GetFaceColor() const { return faceColor_; }
