@@ -2,8 +2,8 @@
 #include "host/CZarbesoPlugin.h"
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
-#include "ui/CDocumentStandInWindow.h"
 #include "ui/NoWindowRun.h"
+#include "ui/window/WindowInstall.h"
 
 #include <dlfcn.h>
 
@@ -14,7 +14,7 @@ __attribute__((constructor)) void AttachModule() {
     Dl_info info{};
     if (dladdr(reinterpret_cast<void*>(&AttachModule), &info)) gModuleInstance = info.dli_fbase;
     SetNoWindowRunner(&RunWithoutWindow);
-    SetFilterWindowFactory(&CDocumentStandInWindow::Make);
+    InstallFilterWindow();
 }
 } // namespace
 

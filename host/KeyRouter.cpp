@@ -4,6 +4,7 @@
 #include "host/WFilterWindow.h"
 #include "resources/Accelerators.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
 
@@ -17,6 +18,11 @@ bool Within(QObject* object, QWidget* window) {
 } // namespace
 
 int AcceleratorKeyFor(int qtKey, const QString& text, int qtModifiers, unsigned* modifiers) {
+    // Alt and the logo key belong to the desktop and to mnemonics.
+    if (qtModifiers & (Qt::AltModifier | Qt::MetaModifier)) {
+        *modifiers = 0;
+        return 0;
+    }
     unsigned mods = 0;
     if (qtModifiers & Qt::ShiftModifier) mods |= plumet::kAccelShift;
     if (qtModifiers & Qt::ControlModifier) mods |= plumet::kAccelCtrl;
@@ -74,8 +80,11 @@ bool KeyRouter::eventFilter(QObject* receiver, QEvent* event) {
     lastKey_ = key->key();
     if (passedOn) return false;
 
+    // A modal dialog runs its own loop, without the window's accelerators.
+    const bool modal = QApplication::activeModalWidget() != nullptr;
     unsigned mods = 0;
-    const int code = AcceleratorKeyFor(key->key(), key->text(), key->modifiers(), &mods);
+    const int code =
+        modal ? 0 : AcceleratorKeyFor(key->key(), key->text(), key->modifiers(), &mods);
     if (const int command = code ? plumet::FindAccelerator(code, mods) : 0) {
         gAcceleratorHandled = 0;
         window_->OnAccelerator(command);

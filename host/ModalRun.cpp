@@ -1,6 +1,5 @@
 #include "host/ModalRun.h"
 
-#include "host/CStandInWindow.h"
 #include "host/GuiSession.h"
 #include "host/KeyRouter.h"
 #include "host/WFilterWindow.h"
@@ -15,11 +14,11 @@
 namespace {
 QPointer<QEventLoop> gLoop;
 NoWindowRunner gNoWindowRunner = nullptr;
-FilterWindowFactory gFactory = &CStandInWindow::Make;
+FilterWindowFactory gFactory = nullptr;
 } // namespace
 
 void SetFilterWindowFactory(FilterWindowFactory factory) {
-    gFactory = factory ? factory : &CStandInWindow::Make;
+    gFactory = factory;
 }
 
 FilterWindowFactory GetFilterWindowFactory() {
@@ -45,7 +44,7 @@ bool RunFilterDialog(void* platformData, int16 invocation) {
     GuiSession gui;
     if (!gui.Ok()) return false;
     const intptr_t parent = platformData ? static_cast<PlatformData*>(platformData)->hwnd : 0;
-    std::unique_ptr<WFilterWindow> window(gFactory(parent, invocation));
+    std::unique_ptr<WFilterWindow> window(gFactory ? gFactory(parent, invocation) : nullptr);
     if (!window || !window->Widget()) return false;
 
     QWidget* widget = window->Widget();

@@ -19,7 +19,7 @@ class WFilterWindow {
 // given invocation; null when it cannot be made.
 using FilterWindowFactory = WFilterWindow* (*)(intptr_t parentWindow, int16 invocation);
 
-// The factory that RunFilterDialog uses. Until another is installed, a small
-// window with OK and Cancel stands in.
+// The factory that RunFilterDialog uses; the filter module installs its main
+// window when it is loaded. Without one no window can be made.
 void SetFilterWindowFactory(FilterWindowFactory factory);
 FilterWindowFactory GetFilterWindowFactory();

@@ -2,6 +2,8 @@
 // with a palette of 256 colours, always the same for the same id.
 #include "resources/BuiltInBitmaps.h"
 
+#include "resources/ToolBitmaps.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -217,7 +219,7 @@ bool LoadBitmapResource(int id, PlatformBitmap* bitmap) {
         *bitmap = Sunflower();
         return true;
     default:
-        return false;
+        return LoadToolBitmap(id, bitmap);
     }
 }
 

@@ -1,4 +1,5 @@
-// The module's bitmap resources: the four built-in textures.
+// The module's bitmap resources: the four built-in textures and the tool
+// pictures.
 #pragma once
 
 #include "platform/bitmaps/PlatformBitmap.h"

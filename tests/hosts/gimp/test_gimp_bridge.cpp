@@ -205,11 +205,12 @@ press $image ctrl+z; sleep 0.5
 touch @OUT@/undone.flag
 wait_for @OUT@/shown.png
 press $image ctrl+shift+u
-if filter=$(window '^FlyWORD Plumet$'); then
+if filter=$(window '^Lumerra 3D FlyWORD Plumet$'); then
     echo "image $(printf 0x%x $image)"
     xprop -id $filter WM_TRANSIENT_FOR
-    sleep 0.5; press $filter Return
-    gone '^FlyWORD Plumet$' && echo "filter window closed"
+    sleep 0.5; press $filter Escape
+    question=$(window '^FlyWord Alert$') && { sleep 0.3; press $question Return; }
+    gone '^Lumerra 3D FlyWORD Plumet$' && echo "filter window closed"
 fi
 for key in Return Escape; do
     press $image ctrl+shift+i

@@ -1,0 +1,93 @@
+#include "tests/ui/WindowRun.h"
+
+#include "host/CZarbesoPlugin.h"
+#include "host/ModalRun.h"
+#include "host/ModuleState.h"
+#include "hosts/DisplayPixels.h"
+#include "ui/window/WindowInstall.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+
+namespace {
+std::function<void(VZarbesoWindow_Win&)> gScript;
+
+WFilterWindow* MakeScripted(intptr_t parent, int16 invocation) {
+    auto* window = new VZarbesoWindow_Win(parent, invocation);
+    QTimer::singleShot(0, [window] {
+        QApplication::setActiveWindow(window->Widget());
+        gScript(*window);
+    });
+    return window;
+}
+
+void PaintGradient(FakeHost& host) {
+    for (int y = 0; y < host.height; ++y)
+        for (int x = 0; x < host.width; ++x) {
+            uint8* p = &host.image[(std::size_t(y) * host.width + x) * host.planes];
+            p[0] = static_cast<uint8>(60 + y * 120 / host.height);
+            p[1] = static_cast<uint8>(110 + x * 100 / host.width);
+            p[2] = static_cast<uint8>(160);
+        }
+}
+} // namespace
+
+WindowRun::WindowRun(int width, int height)
+    : host(width, height, 3, plugInModeRGBColor, filterCaseFlatImageNoSelection) {
+    PaintGradient(host);
+    host.descriptor.playInfo = plugInDialogDisplay;
+    host.record.displayPixels = &plumet::hosts::DisplayPixelsOnSurface;
+    InstallFilterWindow();
+}
+
+WindowRun::~WindowRun() {
+    SetFilterWindowFactory(nullptr);
+    gScript = nullptr;
+}
+
+int16 WindowRun::Run(std::function<void(VZarbesoWindow_Win&)> script) {
+    gScript = std::move(script);
+    SetFilterWindowFactory(&MakeScripted);
+    for (int16 selector : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
+        CZarbesoPlugin plugin;
+        int16 result = 0;
+        int32 data = 0;
+        plugin.Dispatch(selector, &host.record, &data, &result);
+        if (result) return result;
+    }
+    return 0;
+}
+
+namespace {
+QImage Picture(const FakeHost& host, const std::vector<uint8>& pixels) {
+    QImage image(host.width, host.height, QImage::Format_RGB32);
+    if (pixels.size() < std::size_t(host.width) * host.height * host.planes) return image;
+    for (int y = 0; y < host.height; ++y)
+        for (int x = 0; x < host.width; ++x) {
+            const uint8* p = &pixels[(std::size_t(y) * host.width + x) * host.planes];
+            image.setPixel(x, y, qRgb(p[0], p[1], p[2]));
+        }
+    return image;
+}
+} // namespace
+
+QImage WindowRun::Output() const {
+    return Picture(host, host.outBuffer);
+}
+
+QImage WindowRun::Input() const {
+    return Picture(host, host.image);
+}
+
+void SaveScreenshot(QWidget* widget, const QString& name) {
+    widget->grab().save(QString("%1/%2.png").arg(PLUMET_TEST_OUTPUT, name));
+}
+
+int CountDifferent(const QImage& a, const QImage& b) {
+    int n = 0;
+    for (int y = 0; y < std::min(a.height(), b.height()); ++y)
+        for (int x = 0; x < std::min(a.width(), b.width()); ++x)
+            n += a.pixel(x, y) != b.pixel(x, y);
+    return n;
+}

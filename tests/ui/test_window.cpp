@@ -1,0 +1,157 @@
+// The main window driven as a user would, on the offscreen platform: keys,
+// clicks and the flows of OK, Cancel and Escape.
+#include "host/Alerts.h"
+#include "host/KeyRouter.h"
+#include "host/ModalRun.h"
+#include "host/ModuleState.h"
+#include "tests/ui/WindowRun.h"
+#include "ui/controls/DialogControls.h"
+#include "ui/dialogs/NumericControls.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+std::vector<int> gAlerts, gQuestions;
+int gAnswer = kAnswerNo;
+
+struct Window : ::testing::Test {
+    void SetUp() override {
+        gAlerts.clear();
+        gQuestions.clear();
+        SetMessageSink([](int id, const std::string&) { gAlerts.push_back(id); });
+        SetQuestionSink([](int id, const std::string&) {
+            gQuestions.push_back(id);
+            return gAnswer;
+        });
+    }
+    void TearDown() override {
+        SetMessageSink(nullptr);
+        SetQuestionSink(nullptr);
+    }
+};
+
+void Click(QWidget* widget) {
+    widget->setFocus();
+    QTest::mouseClick(widget, Qt::LeftButton);
+}
+} // namespace
+
+TEST_F(Window, EnterInTheTextFieldRebuildsTheLettersAndOkRendersThem) {
+    WindowRun run;
+    QImage before, after;
+    std::string typed;
+    const int16 result = run.Run([&](VZarbesoWindow_Win& w) {
+        QLineEdit* text = w.Controls().Edit(1041);
+        text->setFocus();
+        text->selectAll();
+        QTest::keyClicks(text, "Wood"); // letters of the tool keys stay letters
+        EXPECT_EQ(KeyRouter::LastStage(), KeyStage::MainWindow);
+        before = w.GetViewWidget()->grab().toImage();
+        QTest::keyClick(text, Qt::Key_Return);
+        after = w.GetViewWidget()->grab().toImage();
+        typed = w.GetView()->GetText();
+        SaveScreenshot(w.Widget(), "window-typed");
+        Click(w.Controls().Get(1017));
+    });
+    EXPECT_EQ(result, 0) << "OK ends the run as confirmed";
+    EXPECT_EQ(typed, "Wood");
+    EXPECT_GT(CountDifferent(before, after), 500) << "Enter draws the new letters";
+    EXPECT_GT(CountDifferent(run.Output(), run.Input()), 1000)
+        << "the text is rendered into the image";
+    EXPECT_EQ(gPluginParameters->invocation, 0) << "a repeat runs without the window";
+
+    // The next start from the menu shows what this one confirmed.
+    QString shown;
+    int16 invocation = 0;
+    run.Run([&](VZarbesoWindow_Win& w) {
+        shown = w.Controls().Edit(1041)->text();
+        invocation = gPluginParameters->invocation;
+        PostQuit(kQuitCancel);
+    });
+    EXPECT_EQ(shown, "Wood");
+    EXPECT_EQ(invocation, 2) << "a later run, without the splash";
+}
+
+TEST_F(Window, OkWithoutTextWarnsAndStaysEscapeAsksCancelDoesNot) {
+    WindowRun run;
+    bool stayed = false;
+    const int16 result = run.Run([&](VZarbesoWindow_Win& w) {
+        w.Controls().Edit(1041)->clear();
+        Click(w.Controls().Get(1017));
+        stayed = w.Widget()->isVisible();
+        gAnswer = kAnswerNo;
+        QTest::keyClick(w.Widget(), Qt::Key_Escape);
+        EXPECT_EQ(gQuestions.size(), 1u);
+        Click(w.Controls().Get(1018));
+    });
+    EXPECT_EQ(result, 1) << "Cancel ends the run as cancelled";
+    EXPECT_EQ(gAlerts, std::vector<int>{17003});
+    EXPECT_TRUE(stayed);
+    EXPECT_EQ(gQuestions, std::vector<int>{17000}) << "the Cancel button does not ask";
+
+    WindowRun again;
+    gAnswer = kAnswerYes;
+    EXPECT_EQ(again.Run([](VZarbesoWindow_Win& w) { QTest::keyClick(w.Widget(), Qt::Key_Escape); }),
+              1);
+}
+
+TEST_F(Window, ToolButtonsAndTheirKeysSelectTheTool) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        DialogControls& c = w.Controls();
+        const std::pair<int, char> tools[] = {{1010, 'o'}, {1007, 'm'}, {1009, 'c'}, {1008, 't'},
+                                              {1002, 'l'}, {1003, 'w'}, {1005, 's'}, {1006, 'd'},
+                                              {1004, 'r'}, {1001, 'v'}};
+        const int numbers[] = {0, 1, 2, 3, 7, 8, 9, 10, 11, 12};
+        for (std::size_t i = 0; i < std::size(tools); ++i) {
+            Click(c.Get(tools[i].first));
+            EXPECT_EQ(w.currentTool, numbers[i]) << "button " << tools[i].first;
+            Click(c.Get(1001));
+            c.Get(1022)->setFocus();
+            QTest::keyClick(c.Get(1022), tools[i].second);
+            EXPECT_EQ(w.currentTool, numbers[i]) << "key " << tools[i].second;
+            EXPECT_TRUE(c.IsChecked(tools[i].first));
+            EXPECT_EQ(c.Button(tools[i].first)->accessibleName().isEmpty(), false);
+        }
+        // Going to any page but Path gives the light tool back.
+        Click(c.Get(1006));
+        c.Tabs(1000)->setCurrentIndex(2);
+        EXPECT_EQ(w.currentTool, 12);
+        PostQuit(kQuitCancel);
+    });
+}
+
+TEST_F(Window, ArrowKeysNudgeTheTextWithItsTool) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        VZarbesoView& v = *w.GetView();
+        QWidget* button = w.Controls().Get(1021);
+        button->setFocus();
+        auto shown = [&v](TextLayoutValue which) { return v.GetLayout(which); };
+        const float slide = shown(TextLayoutValue::kSlide);
+        QTest::keyClick(button, Qt::Key_Up); // the light tool ignores arrows
+        EXPECT_EQ(shown(TextLayoutValue::kSlide), slide);
+        QTest::keyClick(button, 'w');
+        QTest::keyClick(button, Qt::Key_Up);
+        QTest::keyClick(button, Qt::Key_Right);
+        EXPECT_FLOAT_EQ(shown(TextLayoutValue::kSlide), slide + 2);
+        QTest::keyClick(button, 'r');
+        QTest::keyClick(button, Qt::Key_Left, Qt::ControlModifier);
+        EXPECT_FLOAT_EQ(shown(TextLayoutValue::kTilt), -5);
+        const float width = shown(TextLayoutValue::kWidth),
+                    height = shown(TextLayoutValue::kHeight);
+        QTest::keyClick(button, 's');
+        QTest::keyClick(button, Qt::Key_Up, Qt::ShiftModifier);
+        EXPECT_FLOAT_EQ(shown(TextLayoutValue::kWidth), width + 1);
+        EXPECT_FLOAT_EQ(shown(TextLayoutValue::kHeight), height + 1);
+        PostQuit(kQuitCancel);
+    });
+}

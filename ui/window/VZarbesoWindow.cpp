@@ -1,0 +1,678 @@
+#include "ui/window/VZarbesoWindow.h"
+
+#include "d3d/DTransformObject.h"
+#include "foundation/Messages.h"
+#include "host/Alerts.h"
+#include "host/ModalRun.h"
+#include "host/ModuleState.h"
+#include "resources/Menus.h"
+#include "resources/Strings.h"
+#include "ui/controls/DialogControls.h"
+#include "ui/dialogs/AboutBox.h"
+#include "ui/dialogs/HelpWindow.h"
+#include "ui/dialogs/NumericControls.h"
+#include "ui/dialogs/OptionsDialog.h"
+#include "ui/dialogs/PolygonOptionsDialog.h"
+#include "ui/pages/PathPage.h"
+#include "ui/pages/ScenePage.h"
+#include "ui/pages/SurfacePage.h"
+#include "ui/pages/TextPage.h"
+#include "ui/window/MainDialog.h"
+#include "ui/window/ToolTable.h"
+#include "ui/window/ViewRow.h"
+#include "ui/window/ViewWidget.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QStyle>
+#include <QTabWidget>
+#include <QWindow>
+#include <cmath>
+
+namespace {
+using TL = TextLayoutValue;
+
+// The texts of the six buttons of the window.
+constexpr std::pair<int, int> kButtonTexts[] = {
+    {1023, plumet::kStrControlsButton}, {1022, plumet::kStrOptionsButton},
+    {1024, plumet::kStrHelpButton},     {1021, plumet::kStrPreviewButton},
+    {1018, plumet::kStrCancelButton},   {1017, plumet::kStrOkButton},
+};
+
+// The arrow keys of the text tools: which value moves, by how much, and a
+// second value that moves with it.
+struct NudgeEntry {
+    int tool;
+    int command;
+    TL which;
+    float delta;
+    bool both; // width and height together
+};
+constexpr NudgeEntry kNudges[] = {
+    {8, 2011, TL::kSlide, 1, false},    {8, 2018, TL::kSlide, 1, false},
+    {8, 2012, TL::kSlide, -1, false},   {8, 2017, TL::kSlide, -1, false},
+    {8, 2015, TL::kSpacing, 1, false},  {8, 2022, TL::kSpacing, 1, false},
+    {8, 2016, TL::kSpacing, -1, false}, {8, 2021, TL::kSpacing, -1, false},
+    {9, 2011, TL::kHeight, 1, false},   {9, 2012, TL::kHeight, -1, false},
+    {9, 2018, TL::kWidth, 1, false},    {9, 2017, TL::kWidth, -1, false},
+    {9, 2013, TL::kWidth, 1, true},     {9, 2020, TL::kWidth, 1, true},
+    {9, 2014, TL::kWidth, -1, true},    {9, 2019, TL::kWidth, -1, true},
+    {10, 2011, TL::kDepth, 1, false},   {10, 2018, TL::kDepth, 1, false},
+    {10, 2012, TL::kDepth, -1, false},  {10, 2017, TL::kDepth, -1, false},
+    {11, 2011, TL::kRevolve, 5, false}, {11, 2012, TL::kRevolve, -5, false},
+    {11, 2018, TL::kRotate, 5, false},  {11, 2017, TL::kRotate, -5, false},
+    {11, 2022, TL::kTilt, 5, false},    {11, 2021, TL::kTilt, -5, false},
+};
+
+// The Numeric Controls field of each text value.
+constexpr std::pair<int, TL> kLayoutFields[] = {
+    {1109, TL::kSlide}, {1110, TL::kSpacing}, {1111, TL::kRotate}, {1112, TL::kRevolve},
+    {1113, TL::kTilt},  {1114, TL::kWidth},   {1115, TL::kHeight}, {1116, TL::kDepth},
+};
+
+// A key that belongs in the focused control: a letter typed into a text
+// field, an arrow in an open list.
+bool FocusWantsChars() {
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus) return false;
+    if (qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
+        qobject_cast<QAbstractItemView*>(focus))
+        return true;
+    auto* combo = qobject_cast<QComboBox*>(focus);
+    return combo && combo->isEditable();
+}
+
+// Restores the cursor at the end of a long piece of work.
+struct WaitCursor {
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+};
+
+// Reports double clicks on the tool buttons, which have no signal of their
+// own for them.
+class DoubleClickFilter : public QObject {
+  public:
+    explicit DoubleClickFilter(VZarbesoWindow_Win& window) : w_(window) {}
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonDblClick)
+            w_.ToolDoubleClicked(watched->objectName().toInt());
+        else if (event->type() == QEvent::MouseButtonRelease && watched->objectName() == "1020")
+            w_.Command(1020);
+        return QObject::eventFilter(watched, event);
+    }
+
+  private:
+    VZarbesoWindow_Win& w_;
+};
+} // namespace
+
+WFilterWindow* VZarbesoWindow_Win::Make(intptr_t parentWindow, int16 invocation) {
+    return new VZarbesoWindow_Win(parentWindow, invocation);
+}
+
+VZarbesoWindow_Win::VZarbesoWindow_Win(intptr_t parentWindow, int16 invocation)
+    : VZarbesoDocument(true), parentWindow_(parentWindow) {
+    Start(invocation);
+}
+
+VZarbesoWindow_Win::~VZarbesoWindow_Win() {
+    ended_ = true;
+    delete helpWindow_.data();
+    // Numeric Controls goes with the main window.
+    delete numericControls_.data();
+    gNumericControls = nullptr;
+    // The bindings go before the controls, so that no control that is being
+    // destroyed reaches the view.
+    viewRow_.reset();
+    textPage_.reset();
+    pathPage_.reset();
+    surfacePage_.reset();
+    scenePage_.reset();
+    dialog_.reset();
+}
+
+QWidget* VZarbesoWindow_Win::Widget() {
+    return dialog_.get();
+}
+
+QWidget* VZarbesoWindow_Win::Window() const {
+    return dialog_.get();
+}
+
+NumericControls* VZarbesoWindow_Win::GetNumericControls() const {
+    return numericControls_.data();
+}
+
+// ---- start-up -----------------------------------------------------------------
+
+void VZarbesoWindow_Win::Start(int16 invocation) {
+    std::unique_ptr<AboutBox> splash(invocation == 1 ? OpenSplash() : nullptr);
+    suspendRedraw = true;
+    dialog_ = std::make_unique<MainDialog>([this](int id) { Command(id); });
+    controls_ = std::make_unique<DialogControls>(*plumet::FindDialogTemplate(plumet::kDialogMain),
+                                                 dialog_.get());
+    dialog_->setWindowTitle(QString::fromStdString(plumet::LoadString(plumet::kStrWindowTitle)));
+    for (auto [id, text] : kButtonTexts)
+        controls_->Button(id)->setText(QString::fromStdString(plumet::LoadString(text)));
+    viewWidget_ = new ViewWidget(*this, dialog_.get());
+    // The view lies under the frame's placeholder, in the keyboard's order.
+    QWidget::setTabOrder(controls_->Get(1024), viewWidget_);
+
+    textPage_ = std::make_unique<TextPage>(*this);
+    pathPage_ = std::make_unique<PathPage>(*this);
+    surfacePage_ = std::make_unique<SurfacePage>(*this);
+    scenePage_ = std::make_unique<ScenePage>(*this);
+    viewRow_ = std::make_unique<ViewRow>(*this);
+    for (WindowPage* page : std::initializer_list<WindowPage*>{
+             textPage_.get(), pathPage_.get(), surfacePage_.get(), scenePage_.get()})
+        page->Init();
+    viewRow_->Init();
+    InitControls();
+
+    QTabWidget* tabs = controls_->Tabs(1000);
+    for (const std::string& item : plumet::MenuRows(plumet::kMenuTabs))
+        tabs->addTab(new QWidget, QString::fromStdString(item));
+    QObject::connect(tabs, &QTabWidget::currentChanged, dialog_.get(), [this] { SwitchPage(); });
+
+    auto* clicks = new DoubleClickFilter(*this);
+    clicks->setParent(dialog_.get());
+    std::size_t toolCount = 0;
+    const ToolEntry* tools = ToolTable(&toolCount);
+    for (std::size_t i = 0; i < toolCount; ++i) {
+        const int id = tools[i].buttonId;
+        QAbstractButton* button = controls_->Button(id);
+        // A checked button is unchecked only by choosing another tool.
+        QObject::connect(button, &QAbstractButton::clicked, dialog_.get(),
+                         [this, id] { Command(id); });
+        button->installEventFilter(clicks);
+    }
+    for (int id : {1017, 1018, 1021, 1022, 1023, 1024, 1062})
+        QObject::connect(controls_->Button(id), &QAbstractButton::clicked, dialog_.get(),
+                         [this, id] { Command(id); });
+    controls_->Get(1020)->installEventFilter(clicks);
+    controls_->Get(1020)->setCursor(Qt::PointingHandCursor);
+
+    // The session the preferences file kept, in the scene and the controls.
+    ApplyWorkspace();
+
+    // The view in its frame.
+    const QRect place = controls_->Get(1011)->geometry();
+    frameWidth = place.width() - 4;
+    frameHeight = place.height() - 4;
+    BindImage(false);
+    FitWindowToImage();
+    SelectToolButton(1001);
+    ApplySwitches();
+
+    if (invocation != 0) {
+        PlaceWindow();
+        MakeToolTips();
+    }
+    // Typing starts in the text field.
+    controls_->Get(1041)->setFocus();
+    suspendRedraw = false;
+    SetTool(currentTool);
+    Redraw();
+}
+
+void VZarbesoWindow_Win::MakeToolTips() {
+    std::size_t count = 0;
+    const ToolEntry* tools = ToolTable(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        QAbstractButton* button = controls_->Button(tools[i].buttonId);
+        const QString tip = tools[i].tipId
+                                ? QString::fromStdString(plumet::LoadString(tools[i].tipId))
+                                : QStringLiteral("Create a star-shaped path");
+        button->setAccessibleName(tip);
+        if (tools[i].tipId) button->setToolTip(tip);
+    }
+    SetTooltipsActive(showTooltips);
+}
+
+void VZarbesoWindow_Win::SetTooltipsActive(bool active) {
+    std::size_t count = 0;
+    const ToolEntry* tools = ToolTable(&count);
+    for (std::size_t i = 0; i < count; ++i) {
+        QAbstractButton* button = controls_->Button(tools[i].buttonId);
+        button->setToolTip(active && tools[i].tipId ? button->accessibleName() : QString());
+    }
+}
+
+void VZarbesoWindow_Win::PlaceWindow() {
+    QRect parent;
+    std::unique_ptr<QWindow> host(parentWindow_ ? QWindow::fromWinId(WId(parentWindow_)) : nullptr);
+    QScreen* screen = QGuiApplication::primaryScreen();
+    const QRect desktop = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+    parent = host ? host->geometry() : desktop;
+    if (parent.isEmpty()) parent = desktop;
+    const QSize size = dialog_->size();
+    int t = dialog_->style()->pixelMetric(QStyle::PM_TitleBarButtonSize);
+    int x = parent.left() + std::max(0, parent.width() - size.width()) / 2 - t;
+    int y = parent.top() + std::max(0, parent.height() - size.height()) / 3;
+    x = std::max(0, std::min(x, desktop.right() + 1 - size.width()));
+    y = std::max(0, std::min(y, desktop.bottom() + 1 - size.height()));
+    dialog_->move(x, y);
+}
+
+// ---- the view's place --------------------------------------------------------
+
+void VZarbesoWindow_Win::AdjustViewSize(int width, int height, bool scaled) {
+    int fw = frameWidth, fh = frameHeight;
+    if (scaled && !(width < fw && height < fh)) {
+        fw = std::max(width, fw);
+        fh = std::max(height, fh);
+    }
+    GetView()->Resize(width, height, fw, fh, scaled);
+    if (ended_ || !viewWidget_) return;
+    const QRect place = controls_->Get(1011)->geometry();
+    const Rect b = GetView()->GetBounds();
+    viewWidget_->setGeometry(place.left() + 2 + b.left, place.top() + 2 + b.top, b.right - b.left,
+                             b.bottom - b.top);
+}
+
+void VZarbesoWindow_Win::FitWindowToImage() {
+    if (!gFilterRecord) return;
+    int dW = gPreviewWidth - frameWidth, dH = gPreviewHeight - frameHeight;
+    if (dW < 0) {
+        if (!gPreviewScaled) GetView()->MoveBy(-dW / 2, 0, false);
+        dW = 0;
+    }
+    if (dH < 0) {
+        if (!gPreviewScaled) GetView()->MoveBy(0, -dH / 2, false);
+        dH = 0;
+    }
+    auto move = [this](int id, int dx, int dy) {
+        QWidget* w = controls_->Get(id);
+        w->move(w->pos() + QPoint(dx, dy));
+    };
+    for (int id : {1017, 1018, 1021, 1022, 1023, 1024, 1025, 1026})
+        move(id, 0, dH);
+    for (int id = 1027; id <= 1031; ++id)
+        move(id, dW, dH);
+    QWidget* tabs = controls_->Get(1000);
+    tabs->resize(tabs->width() + dW, tabs->height());
+    QWidget* frame = controls_->Get(1012);
+    frame->resize(frame->width() + dW, frame->height() + dH);
+    const Rect b = GetView()->GetBounds();
+    QWidget* place = controls_->Get(1011);
+    const QRect old = place->geometry();
+    place->setGeometry(old.left(), old.top(), std::max(old.width() + dW, b.right + 4),
+                       std::max(old.height() + dH, b.bottom + 4));
+    viewWidget_->setGeometry(old.left() + 2 + b.left, old.top() + 2 + b.top, b.right - b.left,
+                             b.bottom - b.top);
+    dialog_->setFixedSize(dialog_->width() + dW, dialog_->height() + dH);
+}
+
+// ---- drawing -------------------------------------------------------------------
+
+void VZarbesoWindow_Win::Redraw() {
+    if (suspendRedraw || ended_) return;
+    GetView()->Refresh();
+    if (viewWidget_) viewWidget_->repaint();
+}
+
+// ---- switches and pages --------------------------------------------------------
+
+VSwitch VZarbesoWindow_Win::SwitchOf(int id) {
+    switch (id) {
+    case 1027:
+        return VSwitch::kPath;
+    case 1028:
+        return VSwitch::kImage;
+    case 1029:
+        return VSwitch::kLights;
+    case 1030:
+        return VSwitch::kText;
+    default:
+        return VSwitch::kGrid;
+    }
+}
+
+void VZarbesoWindow_Win::ApplySwitches() {
+    viewRow_->Fill();
+    SwitchPage();
+}
+
+void VZarbesoWindow_Win::UpdateControls() {
+    if (!controls_ || ended_) return;
+    for (WindowPage* page : std::initializer_list<WindowPage*>{
+             textPage_.get(), pathPage_.get(), surfacePage_.get(), scenePage_.get()})
+        page->Fill();
+    viewRow_->Fill();
+}
+
+void VZarbesoWindow_Win::ReportTextureFailure(const std::string& path) {
+    ShowAlertText(plumet::kStrTextureLoadFailed,
+                  plumet::LoadString(plumet::kStrTextureLoadFailed) + path +
+                      plumet::LoadString(plumet::kStrTextureLoadFailedEnd),
+                  Window());
+}
+
+void VZarbesoWindow_Win::SwitchPage() {
+    QTabWidget* tabs = controls_->Tabs(1000);
+    int page = tabs->currentIndex();
+    if (page != 1 && !HasPath()) {
+        const QSignalBlocker block(tabs);
+        tabs->setCurrentIndex(1);
+        page = 1;
+    }
+    controls_->ShowRange(1040, 1043, page == 0);
+    if (page == 1) {
+        controls_->ShowRange(1050, 1051, true);
+        pathPage_->ShowPathControls();
+    } else {
+        controls_->ShowRange(1050, 1070, false);
+    }
+    controls_->ShowRange(1081, 1090, page == 2);
+    controls_->ShowRange(1091, 1098, page == 3);
+    if (page != 1) {
+        SelectToolButton(1001);
+        SetTool(12);
+    }
+}
+
+// ---- tools ---------------------------------------------------------------------
+
+void VZarbesoWindow_Win::SelectToolButton(int id) {
+    for (int b = kFirstToolButton; b <= kLastToolButton; ++b)
+        controls_->SetChecked(b, b == id);
+    for (int b = kFirstPathToolButton; b <= kLastPathToolButton; ++b)
+        controls_->SetChecked(b, b == id);
+}
+
+bool VZarbesoWindow_Win::HasPath() {
+    if (GetView()->GetCurve()) return true;
+    ShowAlert(plumet::kStrNeedPath, Window());
+    return false;
+}
+
+void VZarbesoWindow_Win::SetTool(int number) {
+    currentTool = number;
+    ClearRender(false);
+    if (number >= 8 && number <= 11 && !HasPath()) {
+        if (controls_->Get(1067)->isVisible()) {
+            SelectToolButton(1067);
+            SetTool(15);
+        }
+        return;
+    }
+    if (number >= 13 && number <= 20) {
+        controls_->SetChecked(1027, true);
+        SetSwitch(VSwitch::kPath, true);
+    }
+    Redraw();
+}
+
+void VZarbesoWindow_Win::ToolDoubleClicked(int id) {
+    if (id >= 1003 && id <= 1010) {
+        numericControls_ = OpenNumericControls(*this, numericControls_.data());
+        numericControls_->SelectPage(id <= 1006 ? NumericControls::kTextPage
+                                                : NumericControls::kCameraPage);
+    } else if (id == 1069 || id == 1070) {
+        int sides = 0;
+        bool polygon = polygonNotStar;
+        if (AskPolygonOptions(Window(), polygon, sides) && polygon != polygonNotStar) {
+            polygonNotStar = polygon;
+            SetTool(polygon ? 17 : 18);
+            drawingPath = true;
+            pathPage_->ShowPathControls();
+        }
+    }
+}
+
+// ---- commands ------------------------------------------------------------------
+
+void VZarbesoWindow_Win::Command(int id) {
+    if (ended_) return;
+    if (const ToolEntry* tool = ToolOfButton(id)) {
+        SelectToolButton(id);
+        SetTool(tool->tool);
+        return;
+    }
+    switch (id) {
+    case 1:
+    case 1017:
+        OkFlow();
+        break;
+    case 2:
+        if (AskYesNo(plumet::kStrQuitQuestion, Window()) == kAnswerYes) EndRun(kQuitCancel);
+        break;
+    case 1018:
+        EndRun(kQuitCancel);
+        break;
+    case 1020:
+        RunAboutBox(Window());
+        break;
+    case 1021:
+        PreviewFlow();
+        break;
+    case 1022:
+        OptionsFlow();
+        break;
+    case 1023:
+        numericControls_ = OpenNumericControls(*this, numericControls_.data());
+        break;
+    case 1024:
+        OpenHelp();
+        break;
+    default:
+        break;
+    }
+}
+
+void VZarbesoWindow_Win::OptionsFlow() {
+    int size = static_cast<int>(lightIconSize);
+    bool tips = showTooltips != 0;
+    AskOptions(Window(), tips, size, [this] { ResetAll(); });
+    SetTooltipsActive(tips);
+    SetLightIconSize(static_cast<float>(size));
+    showTooltips = tips;
+    ClearRender(false);
+    Redraw();
+}
+
+void VZarbesoWindow_Win::OpenHelp() {
+    helpWindow_ = ::OpenHelp(helpWindow_.data());
+}
+
+void VZarbesoWindow_Win::OkFlow() {
+    QWidget* focus = QApplication::focusWidget();
+    const std::string text = controls_->Edit(1041)->text().toLatin1().toStdString();
+    if (focus == controls_->Get(1017)) {
+        if (!text.empty()) {
+            if (HasPath()) {
+                WaitCursor wait;
+                ConfirmRun();
+                EndRun(kQuitOK);
+            }
+            return;
+        }
+        SetText(text);
+        ShowAlert(plumet::kStrNothingToRender, Window());
+    }
+    if (focus == controls_->Get(1041)) {
+        // Enter in the text field commits the text and keeps the window.
+        SetText(text);
+        Redraw();
+        return;
+    }
+    ClearRender(false);
+    Redraw();
+}
+
+void VZarbesoWindow_Win::EndRun(int code) {
+    if (gPluginParameters) gPluginParameters->invocation = 0;
+    ended_ = true;
+    delete helpWindow_.data();
+    delete numericControls_.data();
+    PostQuit(code);
+}
+
+void VZarbesoWindow_Win::PreviewFlow() {
+    if (!HasPath()) return;
+    WaitCursor wait;
+    VZarbesoView& view = *GetView();
+    if (!view.IsRenderShowing()) {
+        const bool offscreen = view.IsOffscreen();
+        view.SetOffscreen(true);
+        view.SetRenderShowing(false);
+        RenderScene(true);
+        view.SetOffscreen(offscreen);
+    }
+    viewWidget_->repaint();
+}
+
+// ---- keys ----------------------------------------------------------------------
+
+void VZarbesoWindow_Win::OnAccelerator(int commandId) {
+    gAcceleratorHandled = 0;
+    if (ended_ || FocusWantsChars()) return;
+    if (const ToolEntry* tool = ToolOfCommand(commandId)) {
+        SelectToolButton(tool->buttonId);
+        SetTool(tool->tool);
+        gAcceleratorHandled = 1;
+    } else if (commandId == 2010) {
+        DeleteKey();
+    } else if (commandId >= 2011 && commandId <= 2022) {
+        Nudge(commandId);
+    }
+}
+
+void VZarbesoWindow_Win::DeleteKey() {
+    VZarbesoSceneManager* scene = GetView()->GetSceneManager();
+    if (!(QApplication::keyboardModifiers() & Qt::ControlModifier) || !scene->GetLightCount())
+        return;
+    // With Ctrl every light goes.
+    scene->DeleteAllLights();
+    gAcceleratorHandled = 1;
+    ClearRender(false);
+    Redraw();
+}
+
+void VZarbesoWindow_Win::Nudge(int commandId) {
+    VZarbesoView& view = *GetView();
+    for (const NudgeEntry& n : kNudges) {
+        if (n.tool != currentTool || n.command != commandId) continue;
+        auto step = [&view](TL which, float delta) {
+            const float shown = view.GetLayout(which);
+            view.SetLayout(which, shown + delta, true, true);
+        };
+        step(n.which, n.delta);
+        if (n.both) step(TL::kHeight, n.delta);
+        ClearRender(false);
+        Redraw();
+        gAcceleratorHandled = 1;
+        return;
+    }
+}
+
+// ---- the mouse -----------------------------------------------------------------
+
+void VZarbesoWindow_Win::MouseDown(QPoint, std::uint16_t, short clicks) {
+    GetView()->SetClickCount(clicks);
+    // A press ends a finished render that stands in the view.
+    if (GetView()->IsRenderShowing()) ClearRender(true);
+}
+
+void VZarbesoWindow_Win::MouseMove(QPoint, std::uint16_t) {}
+
+void VZarbesoWindow_Win::MouseUp(QPoint, std::uint16_t) {}
+
+// ---- the view's broadcasts -----------------------------------------------------
+
+void VZarbesoWindow_Win::HearMessage(std::int32_t message, void* parameter) {
+    VZarbesoDocument::HearMessage(message, parameter);
+    if (!controls_ || ended_) return;
+    NumericControls* numeric = numericControls_.data();
+    if (message == kMsgFieldOfViewChanged || message == kMsgViewMatrixChanged) {
+        if (numeric && !updatingFromScene) numeric->FillCameraPage();
+        return;
+    }
+    for (auto [id, which] : kLayoutFields)
+        if (message == static_cast<std::int32_t>(TextLayout::Message(which))) {
+            if (numeric) numeric->FillTextField(id);
+            return;
+        }
+    if (message == kMsgShapeFinished) {
+        SelectToolButton(1063);
+        SetTool(13);
+    } else if (message == kMsgLightPlaced) {
+        SelectToolButton(1001);
+        SetTool(12);
+    }
+}
+
+// ---- Numeric Controls ----------------------------------------------------------
+
+TextLayoutValue VZarbesoWindow_Win::LayoutOfField(int id) {
+    for (auto [field, which] : kLayoutFields)
+        if (field == id || field + 8 == id) return which;
+    return TL::kSlide;
+}
+
+void VZarbesoWindow_Win::ApplyNumericValue(int id, float value, bool redraw) {
+    if (id >= 1109 && id <= 1124)
+        GetView()->SetLayout(LayoutOfField(id), value, true, true);
+    else if (id >= 1147 && id <= 1153)
+        ApplyCameraField(id, value);
+    if (redraw) {
+        ClearRender(false);
+        Redraw();
+    }
+}
+
+void VZarbesoWindow_Win::UpdateCameraAngles() {
+    constexpr double kDegrees = 57.29577951308232;
+    TQ3Matrix4x4 orbit;
+    GetView()->GetAll(nullptr, &orbit, nullptr);
+    const KVector3D a = RotationFromMatrix(orbit, true);
+    orbitX = static_cast<float>(a.x * kDegrees);
+    if (orbitX < -0.5f) orbitX += 360.0f;
+    orbitY = static_cast<float>(a.y * kDegrees + 90.0);
+    roll = static_cast<float>(a.z * kDegrees);
+    if (roll < -0.5f) roll += 360.0f;
+}
+
+void VZarbesoWindow_Win::ApplyCameraField(int id, float value) {
+    constexpr double kRadians = 0.017453292519943295;
+    VZarbesoView& view = *GetView();
+    updatingFromScene = true;
+    TQ3Matrix4x4 scale, orbit, pan;
+    view.GetAll(&scale, &orbit, &pan);
+    auto turn = [&view](float x, float y, float z) {
+        const TQ3Matrix4x4 m = MatrixFromRotation(x, y, z);
+        view.ApplyTo(K3DViewAdorner::kOrbit, K3DViewAdorner::kApply, &m, false);
+    };
+    switch (id) {
+    case 1147:
+    case 1148:
+    case 1149:
+        pan.value[3][id - 1147] = static_cast<float>(value / 5.0);
+        view.SetAll(&scale, &orbit, &pan);
+        break;
+    case 1150:
+        view.SetFieldOfView(value, true, true);
+        break;
+    case 1151:
+        turn(0, 0, static_cast<float>((value - roll) * kRadians));
+        roll = value;
+        break;
+    case 1152:
+        turn(static_cast<float>((value - orbitX) * kRadians), 0, 0);
+        orbitX = value;
+        break;
+    case 1153:
+        turn(0, static_cast<float>((value - orbitY) * kRadians), 0);
+        orbitY = value;
+        break;
+    default:
+        break;
+    }
+    updatingFromScene = false;
+}
