@@ -21,9 +21,22 @@ void CopyMatrix(const TQ3Matrix4x4& m, float* out) {
     std::memcpy(out, m.value, sizeof m.value);
 }
 
+// A stored "row + 1" as a row; -1 for a value that names none.
+std::int32_t RowOf(std::int32_t stored) {
+    return stored > 0 ? stored - 1 : -1;
+}
+
+// Coordinates of a scene stand far inside this; a stored value beyond it
+// is damage, and products of such values could run out of range.
+constexpr float kFarthest = 1.0e6f;
+
+bool Sane(float v) {
+    return std::isfinite(v) && std::fabs(v) <= kFarthest;
+}
+
 bool ToMatrix(const float* in, TQ3Matrix4x4& m) {
     std::memcpy(m.value, in, sizeof m.value);
-    return std::all_of(in, in + 16, [](float v) { return std::isfinite(v); });
+    return std::all_of(in, in + 16, Sane);
 }
 } // namespace
 
@@ -140,7 +153,9 @@ void VZarbesoDocument::ApplyCamera(const VZarbesoWorkspace& w) {
     }
     view_->SetAll(&scale, &orbit, &pan);
     view_->camera->SetAspect(w.camera.aspectRatio);
-    view_->camera->SetFieldOfView(w.camera.fieldOfView);
+    // The view keeps the angle over the longer side within 25 to 175 degrees.
+    if (std::isfinite(w.camera.fieldOfView))
+        view_->camera->SetFieldOfView(std::clamp(w.camera.fieldOfView, 25.0f, 175.0f));
     controls.viewRow = kViewRowCustom;
     selectedView = kViewRowCustom;
 }
@@ -156,12 +171,19 @@ void VZarbesoDocument::ApplyLights(const VZarbesoWorkspace& w) {
         const KVector3D position = w.GetLightPosition(i);
         float rgb[3];
         w.GetLightColor(i, rgb);
-        const bool finite = std::all_of(rgb, rgb + 3, [](float v) { return std::isfinite(v); }) &&
-                            std::isfinite(position.x) && std::isfinite(position.y) &&
-                            std::isfinite(position.z);
-        VCLight* light = finite ? scene->AddLight(view_.get()) : nullptr;
+        if (!std::all_of(rgb, rgb + 3, Sane) || !Sane(position.x) || !Sane(position.y) ||
+            !Sane(position.z))
+            continue;
+        VCLight* light = nullptr;
+        try {
+            light = scene->AddLight(view_.get());
+            if (light) light->Translate({position.x, position.y, position.z, 0});
+        } catch (...) {
+            // A light the library refuses is left out.
+            if (light) scene->DeleteLight(light);
+            continue;
+        }
         if (!light) continue;
-        light->Translate({position.x, position.y, position.z, 0});
         light->SetColor(std::clamp(rgb[0], 0.0f, 1.0f), std::clamp(rgb[1], 0.0f, 1.0f),
                         std::clamp(rgb[2], 0.0f, 1.0f));
     }
@@ -187,8 +209,8 @@ void VZarbesoDocument::ApplyWorkspace() {
     SetLightIconSize(w.app.lightIconSize);
 
     ApplyCamera(w);
-    if (w.font.fontRow != -1)
-        SelectFontRow(w.font.fontRow - 1);
+    if (RowOf(w.font.fontRow) >= 0)
+        SelectFontRow(RowOf(w.font.fontRow));
     else
         controls.fontRow = std::max<std::int32_t>(std::int32_t(GetCurrentFont()) - 1, 0);
     if (w.rendering.rendererRow != 0xFFFF) SelectRendererRow(w.rendering.rendererRow - 1);
@@ -211,14 +233,14 @@ void VZarbesoDocument::ApplyWorkspace() {
         w.GetCustomTexture(i, id, entry->path);
         customTextures.Append(entry);
     }
-    SelectSurfaceRow(w.text.surfaceRow - 1);
+    SelectSurfaceRow(RowOf(w.text.surfaceRow));
 
     ApplyLayout(w.textAlignment.values);
 
     for (std::int32_t i = 0; i < w.customPathCount; ++i)
         view_->StoreCustomPath(0, nullptr, w.GetCustomPath(i));
     std::memcpy(pathValues, w.analyticPrefs.pathValues, sizeof pathValues);
-    SelectPathRow(w.paths.pathRow - 1);
+    SelectPathRow(RowOf(w.paths.pathRow));
     workspace_->ClearCustomPaths();
 
     TakeTextDefaults();

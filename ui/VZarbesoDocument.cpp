@@ -227,7 +227,8 @@ bool VZarbesoDocument::GetSwitch(VSwitch which) const {
 }
 
 void VZarbesoDocument::SetLightIconSize(float size) {
-    if (!(size > 0.0f) || !(lightIconSize > 0.0f)) return;
+    // The dialog offers 2, 3 and 4; a stored size far outside is not one.
+    if (!(size >= 0.5f && size <= 16.0f)) return;
     view_->GetSceneManager()->ScaleLights(size / lightIconSize);
     lightIconSize = size;
 }

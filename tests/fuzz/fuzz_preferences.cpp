@@ -1,6 +1,7 @@
 // Fuzz target: any bytes as the preferences file. The workspace reads them
 // (pages, chains, entries, records, custom textures); then the store writes
 // into what it found and must read its own entries back.
+#include "tests/fuzz/FuzzCheck.h"
 #include "ui/persistence/VPreferences.h"
 #include "ui/persistence/VZarbesoWorkspace.h"
 
@@ -34,15 +35,6 @@ const std::string& PreferencesPath() {
     }();
     return path;
 }
-
-// A broken promise of the code under test ends the run where it is seen.
-#define Check(condition)                                                                           \
-    do {                                                                                           \
-        if (!(condition)) {                                                                        \
-            std::fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition);                   \
-            std::abort();                                                                          \
-        }                                                                                          \
-    } while (0)
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

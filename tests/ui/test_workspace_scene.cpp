@@ -2,6 +2,7 @@
 // the next run, with and without the window, and the first run's defaults.
 #include "curves/VCNurbsCurve.h"
 #include "curves/VCustomPathData.h"
+#include "host/Alerts.h"
 #include "host/CZarbesoPlugin.h"
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
@@ -21,7 +22,9 @@
 #include <QImage>
 #include <QTimer>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 // A host whose filter has started, so that documents can bind to its image.
@@ -242,6 +245,53 @@ TEST_F(WorkspaceScene, CustomPathsAreCapturedReopenedAndDeleted) {
     EXPECT_EQ(d->controls.pathRow, 0) << "with the path in use gone, the Line";
     EXPECT_EQ(d->GetPathRows().size(), 11u) << "no custom rows and no second separator";
     EXPECT_TRUE(view.HasPath());
+
+    // A record of one NURBS curve reopens as such, and a path captured from
+    // it is not made of Bezier pieces.
+    VCustomPathData nurbs;
+    const KVector3D p[4] = {{-5, 0, 0, 1}, {-2, 3, 0, 1}, {2, -3, 0, 1}, {5, 0, 0, 1}};
+    const double k[8] = {0, 0, 0, 0, 1, 1, 1, 1};
+    nurbs.SetCurve(4, p, 8, k, 0, {1, 0, 0, 0}, {0, 1, 0, 0});
+    view.StoreCustomPath(0, "Plain", &nurbs);
+    d->SelectPathRow(kFirstCustomPathRow);
+    ASSERT_TRUE(view.HasCurveModel());
+    ASSERT_TRUE(d->NewCustomPath("Copy"));
+    EXPECT_EQ(view.GetCustomPath(2)->isBezier, 0);
+}
+
+namespace {
+std::vector<std::string> gAlerts;
+void KeepAlert(int, const std::string& text) {
+    gAlerts.push_back(text);
+}
+} // namespace
+
+TEST_F(WorkspaceScene, ACustomTextureComesBackAndFallsBackWhenItsFileHasGone) {
+    SetMessageSink(&KeepAlert);
+    const std::string file = config.File("bricks.png");
+    QImage bricks(16, 8, QImage::Format_RGB32);
+    bricks.fill(qRgb(200, 60, 40));
+    ASSERT_TRUE(bricks.save(QString::fromStdString(file)));
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        EXPECT_FALSE(d->AddCustomTexture(config.File("missing.png")));
+        EXPECT_EQ(d->controls.surfaceRow, kSurfaceRowColor);
+        ASSERT_TRUE(d->AddCustomTexture(file));
+        EXPECT_EQ(d->GetSurfaceRows()[kFirstCustomTextureRow], "bricks.png");
+        d->SaveWorkspace();
+    }
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        EXPECT_EQ(d->controls.surfaceRow, kFirstCustomTextureRow);
+        EXPECT_NE(d->GetView()->GetTexture(), nullptr);
+    }
+    std::filesystem::remove(file);
+    std::unique_ptr<VZarbesoDocument> d = Start();
+    EXPECT_EQ(d->controls.surfaceRow, kSurfaceRowColor) << "the texture is gone: Color";
+    EXPECT_EQ(d->GetView()->GetTexture(), nullptr);
+    ASSERT_EQ(gAlerts.size(), 2u) << "one alert for each file that did not load";
+    EXPECT_NE(gAlerts[1].find("cannot load texture file: \n" + file + "\nTry"), std::string::npos);
+    SetMessageSink(nullptr);
 }
 
 namespace {
@@ -277,4 +327,38 @@ TEST_F(WorkspaceScene, OkOfTheWindowSavesAndRendersCancelLeavesBoth) {
     EXPECT_NE(host.outBuffer, std::vector<uint8>(host.image.begin(), host.image.end()))
         << "and rendered the text into the image";
     SetFilterWindowFactory(nullptr);
+}
+
+TEST_F(WorkspaceScene, RecordsOfAnyContentAreAppliedWithoutHarm) {
+    // Sound checksums over random bytes: every field may hold anything,
+    // numbers that are no numbers included.
+    std::mt19937 rng(3);
+    for (int round = 0; round < 4; ++round) {
+        {
+            VZarbesoWorkspace w(false);
+            for (auto [record, size] : std::initializer_list<std::pair<void*, std::size_t>>{
+                     {&w.app, sizeof w.app},
+                     {&w.camera, sizeof w.camera},
+                     {&w.lighting, sizeof w.lighting},
+                     {&w.font, sizeof w.font},
+                     {&w.paths, sizeof w.paths},
+                     {&w.text, sizeof w.text},
+                     {&w.textAlignment, sizeof w.textAlignment},
+                     {&w.switches, sizeof w.switches},
+                     {&w.rendering, sizeof w.rendering},
+                     {&w.analyticPrefs, sizeof w.analyticPrefs}}) {
+                auto* bytes = static_cast<std::uint8_t*>(record);
+                for (std::size_t i = 0; i < size; ++i)
+                    bytes[i] = std::uint8_t(rng());
+            }
+            w.app.saved = 1;
+            if (round % 2) w.camera.viewRow = -1; // Home, with the rest still random
+            ASSERT_TRUE(w.WriteToFile());
+        }
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        EXPECT_LE(d->GetView()->GetSceneManager()->GetLightCount(), 5u);
+        EXPECT_LE(std::strlen(d->GetView()->GetText()), 126u);
+        EXPECT_TRUE(d->GetView()->HasPath());
+        EXPECT_TRUE(d->ConfirmRun()) << "round " << round;
+    }
 }
