@@ -85,8 +85,10 @@ void VTranslateManipulator::Drag(const MouseEvent& event, bool& redraw) {
 void VTranslateManipulator::TextStep(const MouseEvent& event, bool& redraw) {
     redraw = true;
     const float dx = static_cast<float>(event.local.h - lastTextPoint.h);
-    if (slideMode) SetLayout(view, TextLayoutValue::kSlide, dx, true);
-    if (spacingMode) SetLayout(view, TextLayoutValue::kSpacing, dx, true);
+    // A step that did not move (the release repeats the last point) leaves
+    // the letters as they are, without building them again.
+    if (dx != 0 && slideMode) SetLayout(view, TextLayoutValue::kSlide, dx, true);
+    if (dx != 0 && spacingMode) SetLayout(view, TextLayoutValue::kSpacing, dx, true);
     ScreenToWorld(event.LocalPoint(), lastWorld);
     lastTextPoint = event.local;
 }
@@ -94,8 +96,10 @@ void VTranslateManipulator::TextStep(const MouseEvent& event, bool& redraw) {
 void VTranslateManipulator::DoRelease(const MouseEvent& event, bool& redraw) {
     Drag(event, redraw);
     if (draggingText) {
+        // Building the solid letters draws them at once.
         SetDragOutline(view, false);
         draggingText = false;
+        redraw = false;
     }
     if (hasSelection) K3DTranslateOnlyConstrainManipulator::DoRelease(event, redraw);
 }
