@@ -59,3 +59,15 @@ bool writeObj(const RecordedScene& scene, const std::string& path) {
                      scene.indices[i + 2] + 1);
     return std::fclose(f) == 0;
 }
+
+bool writePeerScene(const PeerScene& s, const std::string& path) {
+    FILE* f = std::fopen(path.c_str(), "w");
+    if (!f) return false;
+    std::fprintf(f, "size %d %d\nsamples %u\neye %g %g %g\ntarget %g %g %g\nup %g %g %g\n", s.width,
+                 s.height, s.samples, s.eye.x, s.eye.y, s.eye.z, s.target.x, s.target.y, s.target.z,
+                 s.up.x, s.up.y, s.up.z);
+    std::fprintf(f, "fov_vertical %g\nambient %g\n", s.fovVertical, s.ambient);
+    for (const auto& [p, brightness] : s.pointLights)
+        std::fprintf(f, "point_light %g %g %g %g\n", p.x, p.y, p.z, brightness);
+    return std::fclose(f) == 0;
+}

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct RecordedScene {
@@ -23,3 +24,15 @@ TQ3ObjectType sceneRecorderType();
 const RecordedScene& recordedScene(TQ3RendererObject recorder);
 // Writes the triangles as a Wavefront OBJ file.
 bool writeObj(const RecordedScene& scene, const std::string& path);
+
+// What the peer renderer needs besides the triangles: size, samples a
+// pixel, the camera and the lights, one "key values" line each.
+struct PeerScene {
+    int width = 0, height = 0;
+    unsigned samples = 1;
+    TQ3Point3D eye{}, target{}, up{0, 1, 0};
+    float fovVertical = 0; // radians
+    float ambient = 0;
+    std::vector<std::pair<TQ3Point3D, float>> pointLights; // place, brightness
+};
+bool writePeerScene(const PeerScene& scene, const std::string& path);

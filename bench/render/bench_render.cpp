@@ -133,15 +133,17 @@ Setup& setup() {
 void saveScene(const Setup& s, const RecordedScene& rec, unsigned samples) {
     const std::string dir = PLUMET_TEST_OUTPUT;
     writeObj(rec, dir + "/bench_render_letters.obj");
-    if (FILE* f = std::fopen((dir + "/bench_render_scene.txt").c_str(), "w")) {
-        std::fprintf(f, "size %d %d\nsamples %u\neye %g %g %g\ntarget %g %g %g\nup 0 1 0\n", kWidth,
-                     kHeight, samples * samples, s.eye.x, s.eye.y, s.eye.z, s.target.x, s.target.y,
-                     s.target.z);
-        std::fprintf(f, "fov_vertical %g\nambient 0.25\n", s.fov);
-        for (TQ3Point3D p : s.lightPositions())
-            std::fprintf(f, "point_light %g %g %g 0.45\n", p.x, p.y, p.z);
-        std::fclose(f);
-    }
+    PeerScene peer;
+    peer.width = kWidth;
+    peer.height = kHeight;
+    peer.samples = samples * samples;
+    peer.eye = s.eye;
+    peer.target = s.target;
+    peer.fovVertical = s.fov;
+    peer.ambient = 0.25f;
+    for (TQ3Point3D p : s.lightPositions())
+        peer.pointLights.push_back({p, 0.45f});
+    writePeerScene(peer, dir + "/bench_render_scene.txt");
     QImage image(reinterpret_cast<const uchar*>(s.pixels.data()), kWidth, kHeight, kWidth * 4,
                  QImage::Format_ARGB32_Premultiplied);
     image.scaled(kWidth / 3, kHeight / 3, Qt::KeepAspectRatio, Qt::SmoothTransformation)

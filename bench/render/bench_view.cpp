@@ -1,35 +1,13 @@
 // The view as the filter drives it: one interactive frame of the default
 // text composited over a host image, and the final render of the default
 // scene, with the default camera.
+#include "bench/render/ViewBench.h"
 #include "host/ModuleState.h"
 #include "scene/K3DSystem.h"
-#include "ui/VZarbesoDocument.h"
 
 #include <benchmark/benchmark.h>
-#include <vector>
 
 namespace {
-struct HostImage {
-    HostImage(int w, int h) : width(w), height(h), in(std::size_t(w) * h * 3), out(in.size()) {
-        for (std::size_t i = 0; i < in.size(); ++i)
-            in[i] = static_cast<uint8_t>(i * 13);
-    }
-    int width, height;
-    std::vector<uint8_t> in, out;
-};
-
-// The default document's view bound to `image` at its size, drawing offscreen.
-VZarbesoView& Bind(VZarbesoDocument& document, HostImage& image) {
-    document.ApplyDefaults();
-    VZarbesoView& view = *document.GetView();
-    view.Resize(image.width, image.height, 515, 324, false);
-    view.SetHostImage(image.in.data(), image.width * 3, image.out.data(), image.width * 3,
-                      static_cast<int16>(image.width), static_cast<int16>(image.height), 3, -1, 0,
-                      plugInModeRGBColor);
-    view.SetOffscreen(true);
-    return view;
-}
-
 void InteractiveFrameWithComposite(benchmark::State& state) {
     VC3DSystem system;
     VZarbesoDocument document(false);
