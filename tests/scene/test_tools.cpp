@@ -1,6 +1,7 @@
 // Whole gestures through the view's tool handler, with mouse events as the
 // window sends them, on a real view with its text and lights.
 #include "SceneTestSupport.h"
+#include "d3d/DGeometryObject.h"
 #include "foundation/Messages.h"
 #include "resources/Strings.h"
 #include "scene/SceneAlerts.h"
@@ -278,4 +279,39 @@ TEST_F(Tools, TextToolsDragTheLayoutWithHollowLettersUntilTheRelease) {
     Gesture({{100, 150}, {100, 142}});
     EXPECT_NEAR(view.GetLayout(TextLayoutValue::kDepth), deep + 1, 1e-3);
     EXPECT_FALSE(view.GetDragOutline());
+}
+
+TEST_F(Tools, WidgetToolsScaleByACornerAndTurnAboutARing) {
+    DBoxGeometry box(1, 1, 1);
+    VZarbesoModel* model = scene.NewTextModelFromGeometry(box);
+    model->CenterOnBounds(&view);
+    view.SetStandardView(VZarbesoView::kFront, 0, false);
+    VCSelection& selection = *scene.GetSelection();
+    selection.Select(model, kScaleWidget, false);
+    selection.GetSingle()->SetWidget(kScaleWidget);
+
+    // The handle of corner 0, the box's maximum, where it stands out of the
+    // box (a body under the pointer would win), dragged outwards.
+    view.SetTool(kToolScaleObject);
+    const QPoint corner = WindowPointOf(view, {1.12f, 1.12f, 1, 1});
+    Gesture({corner, corner + QPoint(6, -6), corner + QPoint(12, -12)});
+    KVector3D scales;
+    model->GetAxisScales(scales);
+    EXPECT_GT(scales.x, 1.1f);
+    EXPECT_GT(scales.y, 1.1f);
+
+    // Ring 1 holds the turn about z: the z axis stays where it was.
+    view.SetTool(kToolRotateObject);
+    TQ3BoundingSphere sphere; // as the widget was made over it
+    model->GetBoundingSphere(sphere);
+    // A point of ring 1 between its handles and clear of the box; the rings
+    // stand about the centre.
+    const TQ3Point3D& c = sphere.origin;
+    const float r = sphere.radius;
+    const QPoint ring = WindowPointOf(view, {c.x + r * 0.38268f, c.y + r * 0.92388f, c.z, 1});
+    Gesture({ring, ring + QPoint(10, 2), ring + QPoint(20, 6)});
+    TQ3Matrix4x4 rotation;
+    model->GetRotationMatrix(rotation);
+    EXPECT_NEAR(rotation.value[2][2], 1.0f, 1e-4);
+    EXPECT_LT(rotation.value[0][0], 0.999f) << "it turned";
 }
