@@ -22,6 +22,11 @@ class DTransformObject : public DShapeObject {
     void Submit(const DViewerObject& viewer) const;
     void SubmitTo(TQ3ViewObject view) const;
     void GetMatrix(TQ3Matrix4x4& out) const;
+    TQ3Matrix4x4 Matrix() const {
+        TQ3Matrix4x4 m;
+        GetMatrix(m);
+        return m;
+    }
 
     TQ3TransformObject object = nullptr;
 

@@ -9,6 +9,14 @@ TQ3Matrix4x4 IdentityMatrix() {
     return m;
 }
 
+TQ3Matrix4x4 TranslationMatrix(float x, float y, float z) {
+    TQ3Matrix4x4 m = IdentityMatrix();
+    m.value[3][0] = x;
+    m.value[3][1] = y;
+    m.value[3][2] = z;
+    return m;
+}
+
 void K3DObject::GetRotationMatrix(TQ3Matrix4x4& out) const {
     out = IdentityMatrix();
 }

@@ -41,3 +41,5 @@ class K3DObject : public KListEntry {
 
 // The identity matrix.
 TQ3Matrix4x4 IdentityMatrix();
+// The identity with a move by (x, y, z) in its last row.
+TQ3Matrix4x4 TranslationMatrix(float x, float y, float z);

@@ -13,13 +13,6 @@ void ApplyStep(WView* view, int index, const TQ3Matrix4x4& step) {
         adorner->ApplyTo(index, K3DViewAdorner::kApply, &step, false);
 }
 
-TQ3Matrix4x4 Translation(float x, float y, float z) {
-    TQ3Matrix4x4 m = IdentityMatrix();
-    m.value[3][0] = x;
-    m.value[3][1] = y;
-    m.value[3][2] = z;
-    return m;
-}
 } // namespace
 
 // ---- orbit and roll ---------------------------------------------------------------------
@@ -63,7 +56,7 @@ void KPanViewManipulator::Drag(const MouseEvent& event, bool& redraw) {
     KVector3D w;
     ScreenToCameraWorld(event.LocalPoint(), w);
     const KVector3D d = w - lastWorld;
-    ApplyStep(view, K3DViewAdorner::kPan, Translation(d.x, d.y, d.z));
+    ApplyStep(view, K3DViewAdorner::kPan, TranslationMatrix(d.x, d.y, d.z));
     lastWorld = w;
 }
 
@@ -78,7 +71,7 @@ void KTruckViewManipulator::Drag(const MouseEvent& event, bool& redraw) {
     if (!viewMatrix) return;
     KVector3D w;
     ScreenToCameraWorld(event.LocalPoint(), w);
-    ApplyStep(view, K3DViewAdorner::kPan, Translation(0, 0, w.y - lastWorld.y));
+    ApplyStep(view, K3DViewAdorner::kPan, TranslationMatrix(0, 0, w.y - lastWorld.y));
     lastWorld = w;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "d3d/DTransformObject.h"
 #include "scene/K3DObject.h"
 
 #include <cstdint>
@@ -26,3 +27,19 @@ class VC3DObject : public K3DObject {
   private:
     std::uint32_t id_;
 };
+
+// Runs `calc` (a bounds pass) with the position at zero, so that the
+// bounds never carry the position; the position is back afterwards, also
+// when the pass throws.
+template <typename Calc> void WithPositionAtZero(DTranslateTransform& position, Calc&& calc) {
+    KVector3D keep;
+    position.Get(keep);
+    position.Set(0, 0, 0);
+    try {
+        calc();
+    } catch (...) {
+        position.Set(keep);
+        throw;
+    }
+    position.Set(keep);
+}

@@ -4,14 +4,6 @@
 #include "d3d/DSubmitLoop.h"
 #include "scene/K3DViewMatrix.h"
 
-namespace {
-TQ3Matrix4x4 Matrix(const DTransformObject& t) {
-    TQ3Matrix4x4 m;
-    t.GetMatrix(m);
-    return m;
-}
-} // namespace
-
 VCLight::VCLight(std::uint32_t id, const TQ3Matrix4x4& viewMatrix)
     : VC3DObject(id), pickId_(id), viewMatrix_(viewMatrix) {
     AddObject(pickId_);
@@ -39,13 +31,13 @@ void VCLight::GetRotationMatrix(TQ3Matrix4x4& out) const {
 }
 
 void VCLight::GetScaleMatrix(TQ3Matrix4x4& out) const {
-    out = Matrix(scale_);
+    out = scale_.Matrix();
 }
 
 void VCLight::GetLocalToWorld(TQ3Matrix4x4& out, int mode) const {
     TQ3Matrix4x4 m = rotation_.matrix;
-    if (mode != 1) m = MultiplyMatrices(Matrix(scale_), m);
-    out = MultiplyMatrices(m, Matrix(position_));
+    if (mode != 1) m = MultiplyMatrices(scale_.Matrix(), m);
+    out = MultiplyMatrices(m, position_.Matrix());
 }
 
 void VCLight::SetScale(const KVector3D& scale) {
@@ -72,21 +64,8 @@ void VCLight::InsertAfterRotation(const DShapeObject& object) {
     AddObjectAfter(object.GetObject(), rotationPosition_);
 }
 
-template <typename Calc> void VCLight::WithoutPosition(Calc&& calc) {
-    KVector3D keep;
-    position_.Get(keep);
-    position_.Set(0, 0, 0);
-    try {
-        calc();
-    } catch (...) {
-        position_.Set(keep);
-        throw;
-    }
-    position_.Set(keep);
-}
-
 void VCLight::CalcBoundingBox(DExtViewer* view) {
-    WithoutPosition([&] {
+    WithPositionAtZero(position_, [&] {
         DBoundingBoxCalc calc(&box_, kQ3ComputeBoundsExact);
         calc.Run(*this, view);
     });
@@ -95,7 +74,7 @@ void VCLight::CalcBoundingBox(DExtViewer* view) {
 }
 
 void VCLight::CalcBoundingSphere(DExtViewer* view) {
-    WithoutPosition([&] {
+    WithPositionAtZero(position_, [&] {
         DBoundingSphereCalc calc(&sphere_, kQ3ComputeBoundsExact);
         calc.Run(*this, view);
     });

@@ -60,8 +60,6 @@ class VCLight : public VC3DObject, public DColorGroup {
 
   private:
     void UpdateLightPosition();
-    // Runs a bounds pass with the position set to zero.
-    template <typename Calc> void WithoutPosition(Calc&& calc);
 
     TQ3BoundingBox box_{};
     TQ3BoundingSphere sphere_{};

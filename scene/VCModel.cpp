@@ -3,14 +3,6 @@
 #include "d3d/DSubmitLoop.h"
 #include "scene/K3DViewMatrix.h"
 
-namespace {
-TQ3Matrix4x4 Matrix(const DTransformObject& t) {
-    TQ3Matrix4x4 m;
-    t.GetMatrix(m);
-    return m;
-}
-} // namespace
-
 VCModel::VCModel(std::uint32_t id, const DObject& geometry) : VCModel(id, geometry.GetObject()) {}
 
 VCModel::VCModel(std::uint32_t id, TQ3Object geometry) : VC3DObject(id), pickId_(id) {
@@ -36,15 +28,15 @@ void VCModel::GetRotationMatrix(TQ3Matrix4x4& out) const {
 }
 
 void VCModel::GetScaleMatrix(TQ3Matrix4x4& out) const {
-    out = Matrix(scale_);
+    out = scale_.Matrix();
 }
 
 void VCModel::GetLocalToWorld(TQ3Matrix4x4& out, int mode) const {
-    TQ3Matrix4x4 m = Matrix(toCentre_);
-    if (mode != 1) m = MultiplyMatrices(m, Matrix(scale_));
+    TQ3Matrix4x4 m = toCentre_.Matrix();
+    if (mode != 1) m = MultiplyMatrices(m, scale_.Matrix());
     m = MultiplyMatrices(m, rotation_.matrix);
-    m = MultiplyMatrices(m, Matrix(position_));
-    out = MultiplyMatrices(m, Matrix(fromCentre_));
+    m = MultiplyMatrices(m, position_.Matrix());
+    out = MultiplyMatrices(m, fromCentre_.Matrix());
 }
 
 void VCModel::SetScale(const KVector3D& scale) {
@@ -96,17 +88,10 @@ void VCModel::CalcBoundingBox(DExtViewer* view) {
 }
 
 void VCModel::CalcBoundingSphere(DExtViewer* view) {
-    KVector3D keep;
-    position_.Get(keep);
-    position_.Set(0, 0, 0);
-    DBoundingSphereCalc calc(&sphere_, kQ3ComputeBoundsExact);
-    try {
+    WithPositionAtZero(position_, [&] {
+        DBoundingSphereCalc calc(&sphere_, kQ3ComputeBoundsExact);
         calc.Run(*this, view);
-    } catch (...) {
-        position_.Set(keep);
-        throw;
-    }
-    position_.Set(keep);
+    });
 }
 
 void VCModel::CenterOnBounds(DExtViewer* view) {

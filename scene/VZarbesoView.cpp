@@ -15,16 +15,6 @@
 #include <cmath>
 #include <cstring>
 
-namespace {
-TQ3Matrix4x4 Translation(float x, float y, float z) {
-    TQ3Matrix4x4 m = IdentityMatrix();
-    m.value[3][0] = x;
-    m.value[3][1] = y;
-    m.value[3][2] = z;
-    return m;
-}
-} // namespace
-
 VZarbesoView::VZarbesoView(int width, int height) {
     for (auto& slot : customViews_)
         slot.fill(IdentityMatrix());
@@ -128,7 +118,7 @@ void VZarbesoView::SetStandardView(int which, int customIndex, bool redraw) {
     }
     case kBottom: {
         const TQ3Matrix4x4 o = MatrixFromRotation(-quarter, 0, 0);
-        const TQ3Matrix4x4 p = Translation(0, 0, 1.0f);
+        const TQ3Matrix4x4 p = TranslationMatrix(0, 0, 1.0f);
         SetAll(nullptr, &o, &p);
         break;
     }
