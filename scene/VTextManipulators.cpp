@@ -18,6 +18,18 @@ void SetLayout(WView* view, TextLayoutValue which, float delta, bool update) {
     if (VZarbesoView* v = TextView(view)) v->SetLayout(which, delta, update, false);
 }
 
+// Two modes chosen by a key held or not: when the key changes, the mode
+// that was on gives way and the steps start again from the pointer, so
+// that nothing jumps.
+void ChooseMode(bool keyDown, bool& downMode, bool& upMode, Point& last, const Point& at) {
+    bool& leaving = keyDown ? upMode : downMode;
+    if (leaving) {
+        leaving = false;
+        last = at;
+    }
+    (keyDown ? downMode : upMode) = true;
+}
+
 // Pixels to the right and up since the last point.
 void Deltas(const MouseEvent& event, const Point& last, float& dx, float& dv) {
     dx = static_cast<float>(event.local.h - last.h);
@@ -114,19 +126,7 @@ void VRotateManipulator::Press(const MouseEvent& event) {
 }
 
 void VRotateManipulator::Drag(const MouseEvent& event, bool& redraw) {
-    if (event.Ctrl()) {
-        if (rotateMode) {
-            rotateMode = false;
-            lastPoint = event.local;
-        }
-        tiltMode = true;
-    } else {
-        if (tiltMode) {
-            tiltMode = false;
-            lastPoint = event.local;
-        }
-        rotateMode = true;
-    }
+    ChooseMode(event.Ctrl(), tiltMode, rotateMode, lastPoint, event.local);
     redraw = true;
     float dx, dv;
     Deltas(event, lastPoint, dx, dv);
@@ -155,19 +155,7 @@ void VScaleManipulator::Press(const MouseEvent& event) {
 }
 
 void VScaleManipulator::Drag(const MouseEvent& event, bool& redraw) {
-    if (event.Shift()) {
-        if (freeMode) {
-            freeMode = false;
-            lastPoint = event.local;
-        }
-        uniformMode = true;
-    } else {
-        if (uniformMode) {
-            uniformMode = false;
-            lastPoint = event.local;
-        }
-        freeMode = true;
-    }
+    ChooseMode(event.Shift(), uniformMode, freeMode, lastPoint, event.local);
     redraw = true;
     float dx, dv;
     Deltas(event, lastPoint, dx, dv);
