@@ -155,3 +155,30 @@ TEST_F(Window, ArrowKeysNudgeTheTextWithItsTool) {
         PostQuit(kQuitCancel);
     });
 }
+
+TEST_F(Window, TheMouseInTheViewPlacesMovesAndDeletesALight) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        DialogControls& c = w.Controls();
+        QWidget* view = w.GetViewWidget();
+        VZarbesoSceneManager& scene = *w.GetView()->GetSceneManager();
+        Click(c.Get(1002));
+        QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(150, 100));
+        ASSERT_EQ(scene.GetLightCount(), 1u);
+        EXPECT_EQ(w.currentTool, 12) << "placing a light gives the move tool back";
+        EXPECT_TRUE(c.IsChecked(1001));
+        KVector3D before, after;
+        scene.GetLight(1)->GetPosition(before);
+        QTest::mousePress(view, Qt::LeftButton, {}, QPoint(150, 100));
+        QTest::mouseMove(view, QPoint(170, 110));
+        QTest::mouseRelease(view, Qt::LeftButton, {}, QPoint(190, 120));
+        scene.GetLight(1)->GetPosition(after);
+        EXPECT_GT(after.x, before.x + 0.1f) << "the light followed the pointer right";
+        EXPECT_LT(after.y, before.y - 0.05f) << "and down";
+        ASSERT_EQ(scene.GetSelection()->GetCount(), 1u);
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_Delete);
+        EXPECT_EQ(scene.GetLightCount(), 0u) << "Delete takes the selected light";
+        PostQuit(kQuitCancel);
+    });
+}

@@ -7,12 +7,10 @@
 #include <cstring>
 
 namespace {
-constexpr char kPrompt[] = " Select color:";
-
-bool HostPick(std::array<std::uint16_t, 3>& color) {
+bool HostPick(std::array<std::uint16_t, 3>& color, const char* text) {
     Str255 prompt = {};
-    prompt[0] = static_cast<unsigned char>(std::strlen(kPrompt));
-    std::memcpy(prompt + 1, kPrompt, prompt[0]);
+    prompt[0] = static_cast<unsigned char>(std::min<std::size_t>(std::strlen(text), 255));
+    std::memcpy(prompt + 1, text, prompt[0]);
     ColorServicesInfo info{};
     info.infoSize = sizeof(ColorServicesInfo);
     info.selector = plugIncolorServicesChooseColor;
@@ -29,15 +27,15 @@ bool HostPick(std::array<std::uint16_t, 3>& color) {
 }
 } // namespace
 
-bool PickColor(QWidget* parent, std::array<std::uint16_t, 3>& color) {
+bool PickColor(QWidget* parent, std::array<std::uint16_t, 3>& color, const char* prompt) {
     if (gPluginParameters && gPluginParameters->colorServices &&
         gPluginParameters->colorServicesThunk)
-        return HostPick(color);
+        return HostPick(color, prompt);
     // The toolkit keeps the dialog's custom colours for the life of the
     // process.
     const QColor chosen =
         QColorDialog::getColor(QColor(color[0] >> 8, color[1] >> 8, color[2] >> 8), parent,
-                               QString::fromLatin1(kPrompt).trimmed());
+                               QString::fromLatin1(prompt).trimmed());
     if (!chosen.isValid()) return false;
     color = {static_cast<std::uint16_t>(chosen.red() * 256),
              static_cast<std::uint16_t>(chosen.green() * 256),

@@ -7,12 +7,14 @@
 #include "host/ModuleState.h"
 #include "resources/Menus.h"
 #include "resources/Strings.h"
+#include "scene/SceneAlerts.h"
 #include "ui/controls/DialogControls.h"
 #include "ui/dialogs/AboutBox.h"
 #include "ui/dialogs/HelpWindow.h"
 #include "ui/dialogs/NumericControls.h"
 #include "ui/dialogs/OptionsDialog.h"
 #include "ui/dialogs/PolygonOptionsDialog.h"
+#include "ui/pages/ColorPicker.h"
 #include "ui/pages/PathPage.h"
 #include "ui/pages/ScenePage.h"
 #include "ui/pages/SurfacePage.h"
@@ -33,10 +35,29 @@
 #include <QStyle>
 #include <QTabWidget>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
+
+// Whether the view holds the mouse: from a press until its release, and
+// not after a double click.
+bool gMouseCaptured = false;
 
 namespace {
 using TL = TextLayoutValue;
+
+// The colour picker for the scene (the colour of a light), over the window.
+bool PickSceneColor(const char* prompt, std::uint16_t rgb[3]) {
+    std::array<std::uint16_t, 3> color{rgb[0], rgb[1], rgb[2]};
+    if (!PickColor(QApplication::activeWindow(), color, prompt)) return false;
+    for (int i = 0; i < 3; ++i)
+        rgb[i] = color[i];
+    return true;
+}
+
+// The window's point as the view's, held to 16 bits.
+std::int16_t Coordinate(int v) {
+    return static_cast<std::int16_t>(std::clamp(v, -32768, 32767));
+}
 
 // The texts of the six buttons of the window.
 constexpr std::pair<int, int> kButtonTexts[] = {
@@ -118,11 +139,14 @@ WFilterWindow* VZarbesoWindow_Win::Make(intptr_t parentWindow, int16 invocation)
 
 VZarbesoWindow_Win::VZarbesoWindow_Win(intptr_t parentWindow, int16 invocation)
     : VZarbesoDocument(true), parentWindow_(parentWindow) {
+    SetScenePickColor(&PickSceneColor);
     Start(invocation);
 }
 
 VZarbesoWindow_Win::~VZarbesoWindow_Win() {
     ended_ = true;
+    SetScenePickColor(nullptr);
+    gMouseCaptured = false;
     delete helpWindow_.data();
     // Numeric Controls goes with the main window.
     delete numericControls_.data();
@@ -406,6 +430,9 @@ void VZarbesoWindow_Win::SetTool(int number) {
         controls_->SetChecked(1027, true);
         SetSwitch(VSwitch::kPath, true);
     }
+    // A new tool starts with nothing selected.
+    GetView()->GetSceneManager()->GetSelection()->Clear();
+    GetView()->SetTool(number);
     Redraw();
 }
 
@@ -546,10 +573,17 @@ void VZarbesoWindow_Win::OnAccelerator(int commandId) {
 
 void VZarbesoWindow_Win::DeleteKey() {
     VZarbesoSceneManager* scene = GetView()->GetSceneManager();
-    if (!(QApplication::keyboardModifiers() & Qt::ControlModifier) || !scene->GetLightCount())
-        return;
-    // With Ctrl every light goes.
-    scene->DeleteAllLights();
+    SetCurrent3DView(GetView());
+    // With Ctrl every light goes, otherwise the selected one; with no light
+    // to delete the key goes on to the control that has the focus.
+    if (QApplication::keyboardModifiers() & Qt::ControlModifier) {
+        if (!scene->GetLightCount()) return;
+        scene->DeleteAllLights();
+    } else {
+        const std::uint32_t lights = scene->GetLightCount();
+        scene->DeleteSelected();
+        if (scene->GetLightCount() == lights) return;
+    }
     gAcceleratorHandled = 1;
     ClearRender(false);
     Redraw();
@@ -574,15 +608,40 @@ void VZarbesoWindow_Win::Nudge(int commandId) {
 
 // ---- the mouse -----------------------------------------------------------------
 
-void VZarbesoWindow_Win::MouseDown(QPoint, std::uint16_t, short clicks) {
-    GetView()->SetClickCount(clicks);
-    // A press ends a finished render that stands in the view.
-    if (GetView()->IsRenderShowing()) ClearRender(true);
+void VZarbesoWindow_Win::SetToolModifiers(std::uint16_t modifiers) {
+    VZarbesoView& view = *GetView();
+    for (std::uint16_t bit : {kModCtrl, kModShift, kModAlt})
+        view.SetModifier(bit, (modifiers & bit) ? std::int16_t(0x8000) : std::int16_t(0));
 }
 
-void VZarbesoWindow_Win::MouseMove(QPoint, std::uint16_t) {}
+void VZarbesoWindow_Win::MouseDown(QPoint at, std::uint16_t modifiers, short clicks) {
+    VZarbesoView& view = *GetView();
+    view.SetClickCount(clicks);
+    // A press ends a finished render that stands in the view.
+    if (view.IsRenderShowing()) ClearRender(true);
+    gMouseCaptured = true;
+    view.ResetModifiers();
+    SetToolModifiers(modifiers);
+    view.MouseDown(Coordinate(at.x()), Coordinate(at.y()));
+    // A double click may have opened a dialog; no drag follows it.
+    if (clicks == 2) {
+        gMouseCaptured = false;
+        Redraw();
+    }
+}
 
-void VZarbesoWindow_Win::MouseUp(QPoint, std::uint16_t) {}
+void VZarbesoWindow_Win::MouseMove(QPoint at, std::uint16_t modifiers) {
+    if (!gMouseCaptured) return;
+    SetToolModifiers(modifiers);
+    GetView()->MouseMove(Coordinate(at.x()), Coordinate(at.y()));
+}
+
+void VZarbesoWindow_Win::MouseUp(QPoint at, std::uint16_t modifiers) {
+    if (!gMouseCaptured) return;
+    gMouseCaptured = false;
+    SetToolModifiers(modifiers);
+    GetView()->MouseUp(Coordinate(at.x()), Coordinate(at.y()));
+}
 
 // ---- the view's broadcasts -----------------------------------------------------
 

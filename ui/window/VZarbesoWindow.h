@@ -105,6 +105,8 @@ class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
     void ViewSwitch(int id);
     void Nudge(int commandId);
     void DeleteKey();
+    // The modifier keys of a mouse message, for the tools.
+    void SetToolModifiers(std::uint16_t modifiers);
     void OpenHelp();
     // Ends the run: invocation 0, and the loop ends with `code` once the
     // document is gone.
