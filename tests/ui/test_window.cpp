@@ -167,6 +167,7 @@ TEST_F(Window, TheMouseInTheViewPlacesMovesAndDeletesALight) {
         ASSERT_EQ(scene.GetLightCount(), 1u);
         EXPECT_EQ(w.currentTool, 12) << "placing a light gives the move tool back";
         EXPECT_TRUE(c.IsChecked(1001));
+        SaveScreenshot(w.Widget(), "window-light");
         KVector3D before, after;
         scene.GetLight(1)->GetPosition(before);
         QTest::mousePress(view, Qt::LeftButton, {}, QPoint(150, 100));
@@ -179,6 +180,49 @@ TEST_F(Window, TheMouseInTheViewPlacesMovesAndDeletesALight) {
         view->setFocus();
         QTest::keyClick(view, Qt::Key_Delete);
         EXPECT_EQ(scene.GetLightCount(), 0u) << "Delete takes the selected light";
+        // Ctrl+Delete takes them all.
+        QTest::keyClick(c.Get(1023), 'l');
+        QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(100, 100));
+        QTest::keyClick(c.Get(1023), 'l');
+        QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(200, 100));
+        ASSERT_EQ(scene.GetLightCount(), 2u);
+        c.Get(1023)->setFocus();
+        QTest::keyClick(c.Get(1023), Qt::Key_Delete, Qt::ControlModifier);
+        EXPECT_EQ(scene.GetLightCount(), 0u);
+        PostQuit(kQuitCancel);
+    });
+}
+
+TEST_F(Window, DragsInTheViewDriveTheToolsAndNumericControlsFollows) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        DialogControls& c = w.Controls();
+        QWidget* view = w.GetViewWidget();
+        const QPoint middle = view->rect().center();
+        auto drag = [view, middle](QPoint by) {
+            QTest::mousePress(view, Qt::LeftButton, {}, middle);
+            QTest::mouseMove(view, middle + by / 2);
+            QTest::mouseMove(view, middle + by);
+            QTest::mouseRelease(view, Qt::LeftButton, {}, middle + by);
+        };
+        Click(c.Get(1023)); // Numeric Controls
+        NumericControls* nc = w.GetNumericControls();
+        auto field = [nc](int id) { return nc->Controls().Combo(id)->currentText(); };
+
+        QTest::keyClick(c.Get(1023), 'w');
+        const QString slide = field(1109);
+        const QImage before = w.GetViewWidget()->grab().toImage();
+        drag({60, 0});
+        EXPECT_NE(field(1109), slide) << "the text slid, and Slide followed";
+        EXPECT_GT(CountDifferent(before, w.GetViewWidget()->grab().toImage()), 300)
+            << "and the view shows it";
+
+        QTest::keyClick(c.Get(1023), 'o');
+        const QString orbit = field(1152) + " " + field(1153);
+        drag({40, 40});
+        EXPECT_NE(field(1152) + " " + field(1153), orbit)
+            << "the camera orbited, and Orbit followed";
+        EXPECT_EQ(c.Combo(1026)->currentIndex(), kViewRowCustom);
         PostQuit(kQuitCancel);
     });
 }

@@ -1,6 +1,5 @@
 #include "ui/window/VZarbesoWindow.h"
 
-#include "d3d/DTransformObject.h"
 #include "foundation/Messages.h"
 #include "host/Alerts.h"
 #include "host/ModalRun.h"
@@ -25,26 +24,11 @@
 #include "ui/window/ViewWidget.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSpinBox>
 #include <QApplication>
-#include <QComboBox>
 #include <QLineEdit>
-#include <QMouseEvent>
-#include <QScreen>
-#include <QStyle>
 #include <QTabWidget>
-#include <QWindow>
-#include <algorithm>
-#include <cmath>
-
-// Whether the view holds the mouse: from a press until its release, and
-// not after a double click.
-bool gMouseCaptured = false;
 
 namespace {
-using TL = TextLayoutValue;
-
 // The colour picker for the scene (the colour of a light), over the window.
 bool PickSceneColor(const char* prompt, std::uint16_t rgb[3]) {
     std::array<std::uint16_t, 3> color{rgb[0], rgb[1], rgb[2]};
@@ -54,60 +38,12 @@ bool PickSceneColor(const char* prompt, std::uint16_t rgb[3]) {
     return true;
 }
 
-// The window's point as the view's, held to 16 bits.
-std::int16_t Coordinate(int v) {
-    return static_cast<std::int16_t>(std::clamp(v, -32768, 32767));
-}
-
 // The texts of the six buttons of the window.
 constexpr std::pair<int, int> kButtonTexts[] = {
     {1023, plumet::kStrControlsButton}, {1022, plumet::kStrOptionsButton},
     {1024, plumet::kStrHelpButton},     {1021, plumet::kStrPreviewButton},
     {1018, plumet::kStrCancelButton},   {1017, plumet::kStrOkButton},
 };
-
-// The arrow keys of the text tools: which value moves, by how much, and a
-// second value that moves with it.
-struct NudgeEntry {
-    int tool;
-    int command;
-    TL which;
-    float delta;
-    bool both; // width and height together
-};
-constexpr NudgeEntry kNudges[] = {
-    {8, 2011, TL::kSlide, 1, false},    {8, 2018, TL::kSlide, 1, false},
-    {8, 2012, TL::kSlide, -1, false},   {8, 2017, TL::kSlide, -1, false},
-    {8, 2015, TL::kSpacing, 1, false},  {8, 2022, TL::kSpacing, 1, false},
-    {8, 2016, TL::kSpacing, -1, false}, {8, 2021, TL::kSpacing, -1, false},
-    {9, 2011, TL::kHeight, 1, false},   {9, 2012, TL::kHeight, -1, false},
-    {9, 2018, TL::kWidth, 1, false},    {9, 2017, TL::kWidth, -1, false},
-    {9, 2013, TL::kWidth, 1, true},     {9, 2020, TL::kWidth, 1, true},
-    {9, 2014, TL::kWidth, -1, true},    {9, 2019, TL::kWidth, -1, true},
-    {10, 2011, TL::kDepth, 1, false},   {10, 2018, TL::kDepth, 1, false},
-    {10, 2012, TL::kDepth, -1, false},  {10, 2017, TL::kDepth, -1, false},
-    {11, 2011, TL::kRevolve, 5, false}, {11, 2012, TL::kRevolve, -5, false},
-    {11, 2018, TL::kRotate, 5, false},  {11, 2017, TL::kRotate, -5, false},
-    {11, 2022, TL::kTilt, 5, false},    {11, 2021, TL::kTilt, -5, false},
-};
-
-// The Numeric Controls field of each text value.
-constexpr std::pair<int, TL> kLayoutFields[] = {
-    {1109, TL::kSlide}, {1110, TL::kSpacing}, {1111, TL::kRotate}, {1112, TL::kRevolve},
-    {1113, TL::kTilt},  {1114, TL::kWidth},   {1115, TL::kHeight}, {1116, TL::kDepth},
-};
-
-// A key that belongs in the focused control: a letter typed into a text
-// field, an arrow in an open list.
-bool FocusWantsChars() {
-    QWidget* focus = QApplication::focusWidget();
-    if (!focus) return false;
-    if (qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
-        qobject_cast<QAbstractItemView*>(focus))
-        return true;
-    auto* combo = qobject_cast<QComboBox*>(focus);
-    return combo && combo->isEditable();
-}
 
 // Restores the cursor at the end of a long piece of work.
 struct WaitCursor {
@@ -268,71 +204,6 @@ void VZarbesoWindow_Win::SetTooltipsActive(bool active) {
     }
 }
 
-void VZarbesoWindow_Win::PlaceWindow() {
-    QRect parent;
-    std::unique_ptr<QWindow> host(parentWindow_ ? QWindow::fromWinId(WId(parentWindow_)) : nullptr);
-    QScreen* screen = QGuiApplication::primaryScreen();
-    const QRect desktop = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
-    parent = host ? host->geometry() : desktop;
-    if (parent.isEmpty()) parent = desktop;
-    const QSize size = dialog_->size();
-    int t = dialog_->style()->pixelMetric(QStyle::PM_TitleBarButtonSize);
-    int x = parent.left() + std::max(0, parent.width() - size.width()) / 2 - t;
-    int y = parent.top() + std::max(0, parent.height() - size.height()) / 3;
-    x = std::max(0, std::min(x, desktop.right() + 1 - size.width()));
-    y = std::max(0, std::min(y, desktop.bottom() + 1 - size.height()));
-    dialog_->move(x, y);
-}
-
-// ---- the view's place --------------------------------------------------------
-
-void VZarbesoWindow_Win::AdjustViewSize(int width, int height, bool scaled) {
-    int fw = frameWidth, fh = frameHeight;
-    if (scaled && !(width < fw && height < fh)) {
-        fw = std::max(width, fw);
-        fh = std::max(height, fh);
-    }
-    GetView()->Resize(width, height, fw, fh, scaled);
-    if (ended_ || !viewWidget_) return;
-    const QRect place = controls_->Get(1011)->geometry();
-    const Rect b = GetView()->GetBounds();
-    viewWidget_->setGeometry(place.left() + 2 + b.left, place.top() + 2 + b.top, b.right - b.left,
-                             b.bottom - b.top);
-}
-
-void VZarbesoWindow_Win::FitWindowToImage() {
-    if (!gFilterRecord) return;
-    int dW = gPreviewWidth - frameWidth, dH = gPreviewHeight - frameHeight;
-    if (dW < 0) {
-        if (!gPreviewScaled) GetView()->MoveBy(-dW / 2, 0, false);
-        dW = 0;
-    }
-    if (dH < 0) {
-        if (!gPreviewScaled) GetView()->MoveBy(0, -dH / 2, false);
-        dH = 0;
-    }
-    auto move = [this](int id, int dx, int dy) {
-        QWidget* w = controls_->Get(id);
-        w->move(w->pos() + QPoint(dx, dy));
-    };
-    for (int id : {1017, 1018, 1021, 1022, 1023, 1024, 1025, 1026})
-        move(id, 0, dH);
-    for (int id = 1027; id <= 1031; ++id)
-        move(id, dW, dH);
-    QWidget* tabs = controls_->Get(1000);
-    tabs->resize(tabs->width() + dW, tabs->height());
-    QWidget* frame = controls_->Get(1012);
-    frame->resize(frame->width() + dW, frame->height() + dH);
-    const Rect b = GetView()->GetBounds();
-    QWidget* place = controls_->Get(1011);
-    const QRect old = place->geometry();
-    place->setGeometry(old.left(), old.top(), std::max(old.width() + dW, b.right + 4),
-                       std::max(old.height() + dH, b.bottom + 4));
-    viewWidget_->setGeometry(old.left() + 2 + b.left, old.top() + 2 + b.top, b.right - b.left,
-                             b.bottom - b.top);
-    dialog_->setFixedSize(dialog_->width() + dW, dialog_->height() + dH);
-}
-
 // ---- drawing -------------------------------------------------------------------
 
 void VZarbesoWindow_Win::Redraw() {
@@ -419,6 +290,7 @@ bool VZarbesoWindow_Win::HasPath() {
 void VZarbesoWindow_Win::SetTool(int number) {
     currentTool = number;
     ClearRender(false);
+    VZarbesoView& view = *GetView();
     if (number >= 8 && number <= 11 && !HasPath()) {
         if (controls_->Get(1067)->isVisible()) {
             SelectToolButton(1067);
@@ -431,8 +303,8 @@ void VZarbesoWindow_Win::SetTool(int number) {
         SetSwitch(VSwitch::kPath, true);
     }
     // A new tool starts with nothing selected.
-    GetView()->GetSceneManager()->GetSelection()->Clear();
-    GetView()->SetTool(number);
+    view.GetSceneManager()->selection.Clear();
+    view.SetTool(number);
     Redraw();
 }
 
@@ -555,94 +427,6 @@ void VZarbesoWindow_Win::PreviewFlow() {
     viewWidget_->repaint();
 }
 
-// ---- keys ----------------------------------------------------------------------
-
-void VZarbesoWindow_Win::OnAccelerator(int commandId) {
-    gAcceleratorHandled = 0;
-    if (ended_ || FocusWantsChars()) return;
-    if (const ToolEntry* tool = ToolOfCommand(commandId)) {
-        SelectToolButton(tool->buttonId);
-        SetTool(tool->tool);
-        gAcceleratorHandled = 1;
-    } else if (commandId == 2010) {
-        DeleteKey();
-    } else if (commandId >= 2011 && commandId <= 2022) {
-        Nudge(commandId);
-    }
-}
-
-void VZarbesoWindow_Win::DeleteKey() {
-    VZarbesoSceneManager* scene = GetView()->GetSceneManager();
-    SetCurrent3DView(GetView());
-    // With Ctrl every light goes, otherwise the selected one; with no light
-    // to delete the key goes on to the control that has the focus.
-    if (QApplication::keyboardModifiers() & Qt::ControlModifier) {
-        if (!scene->GetLightCount()) return;
-        scene->DeleteAllLights();
-    } else {
-        const std::uint32_t lights = scene->GetLightCount();
-        scene->DeleteSelected();
-        if (scene->GetLightCount() == lights) return;
-    }
-    gAcceleratorHandled = 1;
-    ClearRender(false);
-    Redraw();
-}
-
-void VZarbesoWindow_Win::Nudge(int commandId) {
-    VZarbesoView& view = *GetView();
-    for (const NudgeEntry& n : kNudges) {
-        if (n.tool != currentTool || n.command != commandId) continue;
-        auto step = [&view](TL which, float delta) {
-            const float shown = view.GetLayout(which);
-            view.SetLayout(which, shown + delta, true, true);
-        };
-        step(n.which, n.delta);
-        if (n.both) step(TL::kHeight, n.delta);
-        ClearRender(false);
-        Redraw();
-        gAcceleratorHandled = 1;
-        return;
-    }
-}
-
-// ---- the mouse -----------------------------------------------------------------
-
-void VZarbesoWindow_Win::SetToolModifiers(std::uint16_t modifiers) {
-    VZarbesoView& view = *GetView();
-    for (std::uint16_t bit : {kModCtrl, kModShift, kModAlt})
-        view.SetModifier(bit, (modifiers & bit) ? std::int16_t(0x8000) : std::int16_t(0));
-}
-
-void VZarbesoWindow_Win::MouseDown(QPoint at, std::uint16_t modifiers, short clicks) {
-    VZarbesoView& view = *GetView();
-    view.SetClickCount(clicks);
-    // A press ends a finished render that stands in the view.
-    if (view.IsRenderShowing()) ClearRender(true);
-    gMouseCaptured = true;
-    view.ResetModifiers();
-    SetToolModifiers(modifiers);
-    view.MouseDown(Coordinate(at.x()), Coordinate(at.y()));
-    // A double click may have opened a dialog; no drag follows it.
-    if (clicks == 2) {
-        gMouseCaptured = false;
-        Redraw();
-    }
-}
-
-void VZarbesoWindow_Win::MouseMove(QPoint at, std::uint16_t modifiers) {
-    if (!gMouseCaptured) return;
-    SetToolModifiers(modifiers);
-    GetView()->MouseMove(Coordinate(at.x()), Coordinate(at.y()));
-}
-
-void VZarbesoWindow_Win::MouseUp(QPoint at, std::uint16_t modifiers) {
-    if (!gMouseCaptured) return;
-    gMouseCaptured = false;
-    SetToolModifiers(modifiers);
-    GetView()->MouseUp(Coordinate(at.x()), Coordinate(at.y()));
-}
-
 // ---- the view's broadcasts -----------------------------------------------------
 
 void VZarbesoWindow_Win::HearMessage(std::int32_t message, void* parameter) {
@@ -653,11 +437,10 @@ void VZarbesoWindow_Win::HearMessage(std::int32_t message, void* parameter) {
         if (numeric && !updatingFromScene) numeric->FillCameraPage();
         return;
     }
-    for (auto [id, which] : kLayoutFields)
-        if (message == static_cast<std::int32_t>(TextLayout::Message(which))) {
-            if (numeric) numeric->FillTextField(id);
-            return;
-        }
+    if (const int field = FieldOfMessage(message)) {
+        if (numeric) numeric->FillTextField(field);
+        return;
+    }
     if (message == kMsgShapeFinished) {
         SelectToolButton(1063);
         SetTool(13);
@@ -665,73 +448,4 @@ void VZarbesoWindow_Win::HearMessage(std::int32_t message, void* parameter) {
         SelectToolButton(1001);
         SetTool(12);
     }
-}
-
-// ---- Numeric Controls ----------------------------------------------------------
-
-TextLayoutValue VZarbesoWindow_Win::LayoutOfField(int id) {
-    for (auto [field, which] : kLayoutFields)
-        if (field == id || field + 8 == id) return which;
-    return TL::kSlide;
-}
-
-void VZarbesoWindow_Win::ApplyNumericValue(int id, float value, bool redraw) {
-    if (id >= 1109 && id <= 1124)
-        GetView()->SetLayout(LayoutOfField(id), value, true, true);
-    else if (id >= 1147 && id <= 1153)
-        ApplyCameraField(id, value);
-    if (redraw) {
-        ClearRender(false);
-        Redraw();
-    }
-}
-
-void VZarbesoWindow_Win::UpdateCameraAngles() {
-    constexpr double kDegrees = 57.29577951308232;
-    TQ3Matrix4x4 orbit;
-    GetView()->GetAll(nullptr, &orbit, nullptr);
-    const KVector3D a = RotationFromMatrix(orbit, true);
-    orbitX = static_cast<float>(a.x * kDegrees);
-    if (orbitX < -0.5f) orbitX += 360.0f;
-    orbitY = static_cast<float>(a.y * kDegrees + 90.0);
-    roll = static_cast<float>(a.z * kDegrees);
-    if (roll < -0.5f) roll += 360.0f;
-}
-
-void VZarbesoWindow_Win::ApplyCameraField(int id, float value) {
-    constexpr double kRadians = 0.017453292519943295;
-    VZarbesoView& view = *GetView();
-    updatingFromScene = true;
-    TQ3Matrix4x4 scale, orbit, pan;
-    view.GetAll(&scale, &orbit, &pan);
-    auto turn = [&view](float x, float y, float z) {
-        const TQ3Matrix4x4 m = MatrixFromRotation(x, y, z);
-        view.ApplyTo(K3DViewAdorner::kOrbit, K3DViewAdorner::kApply, &m, false);
-    };
-    switch (id) {
-    case 1147:
-    case 1148:
-    case 1149:
-        pan.value[3][id - 1147] = static_cast<float>(value / 5.0);
-        view.SetAll(&scale, &orbit, &pan);
-        break;
-    case 1150:
-        view.SetFieldOfView(value, true, true);
-        break;
-    case 1151:
-        turn(0, 0, static_cast<float>((value - roll) * kRadians));
-        roll = value;
-        break;
-    case 1152:
-        turn(static_cast<float>((value - orbitX) * kRadians), 0, 0);
-        orbitX = value;
-        break;
-    case 1153:
-        turn(0, static_cast<float>((value - orbitY) * kRadians), 0);
-        orbitY = value;
-        break;
-    default:
-        break;
-    }
-    updatingFromScene = false;
 }

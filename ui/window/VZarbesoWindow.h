@@ -26,6 +26,9 @@ class SurfacePage;
 class ScenePage;
 class ViewRow;
 
+// Whether the view holds the mouse: from a press until its release.
+extern bool gMouseCaptured;
+
 class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
   public:
     // Builds the window over the host's window `parentWindow` (0: none) and
@@ -66,6 +69,9 @@ class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
     void UpdateCameraAngles();
     // The text value of a Numeric Controls field (1109 to 1124).
     static TextLayoutValue LayoutOfField(int id);
+    // The Numeric Controls field (1109 to 1116) whose value a broadcast of
+    // the view reports, or 0.
+    static int FieldOfMessage(std::int32_t message);
 
     // The switch of a check box under the view (1027 to 1031).
     static VSwitch SwitchOf(int id);
@@ -105,7 +111,7 @@ class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
     void ViewSwitch(int id);
     void Nudge(int commandId);
     void DeleteKey();
-    // The modifier keys of a mouse message, for the tools.
+    // The tools' modifier bits from the mouse's message.
     void SetToolModifiers(std::uint16_t modifiers);
     void OpenHelp();
     // Ends the run: invocation 0, and the loop ends with `code` once the
