@@ -44,6 +44,7 @@ bool GimpRan(const GimpBatch& batch) {
     }
     EXPECT_TRUE(batch.finished) << "GIMP did not run the script to its end:\n" << batch.log;
     EXPECT_EQ(batch.log.find("crashed"), std::string::npos) << batch.log;
+    EXPECT_EQ(batch.log.find("Sanitizer"), std::string::npos) << batch.log;
     return batch.finished;
 }
 
@@ -207,6 +208,8 @@ wait_for @OUT@/shown.png
 press $image ctrl+shift+u
 if filter=$(window '^Lumerra 3D FlyWORD Plumet$'); then
     echo "image $(printf 0x%x $image)"
+    for i in $(seq 50); do xprop -id $filter WM_TRANSIENT_FOR | grep -q "window id" && break
+                           sleep 0.1; done
     xprop -id $filter WM_TRANSIENT_FOR
     sleep 0.5; press $filter Escape
     question=$(window '^FlyWord Alert$') && { sleep 0.3; press $question Return; }
