@@ -22,13 +22,18 @@ class FocusOutFilter : public QObject {
 };
 } // namespace
 
+TextPage::~TextPage() {
+    delete focusOutFilter_.data();
+}
+
 void TextPage::Init() {
     QLineEdit* text = Controls().Edit(1041);
     text->setMaxLength(w_.maxTextLength);
     // Each change is stored without a redraw; leaving the field draws.
     QObject::connect(text, &QLineEdit::textChanged, text,
                      [this](const QString& typed) { w_.SetText(typed.toLatin1().toStdString()); });
-    text->installEventFilter(new FocusOutFilter(text, [this] { Changed(); }));
+    focusOutFilter_ = new FocusOutFilter(text, [this] { Changed(); });
+    text->installEventFilter(focusOutFilter_);
 
     QComboBox* fonts = Controls().Combo(1043);
     for (std::uint32_t i = 1; i <= GetFontList().GetCount(); ++i)
