@@ -77,7 +77,7 @@ GimpBatch RunGimpScript(const std::string& name, const std::vector<std::string>&
         const std::string driverPath = batch.dir + "/driver.sh";
         WriteBytes(driverPath, ReplaceAll(options.driver, "@OUT@", out));
         // GIMP's exit status is the shell's; the driver's is kept in a file.
-        line += " timeout 120 " + Quote(XVFB_RUN) + " -a -s '-screen 0 1280x1024x24' sh -c " +
+        line += " timeout 240 " + Quote(XVFB_RUN) + " -a -s '-screen 0 1280x1024x24' sh -c " +
                 Quote(gimp + " & sh " + Quote(driverPath) + " >" + Quote(out + "/driver.log") +
                       " 2>&1; wait $!");
     } else {
