@@ -119,14 +119,24 @@ void DDisplayGroup::Submit(const DViewerObject& viewer) const {
     SubmitTo(viewer.GetObject());
 }
 
-void DDisplayGroup::SetDrawn(bool drawn) {
+namespace {
+void SetStateBit(TQ3GroupObject group, TQ3DisplayGroupState bit, bool on) {
     TQ3DisplayGroupState state = 0;
-    CheckStatus(Q3DisplayGroup_GetState(object, &state));
-    if (drawn)
-        state |= kQ3DisplayGroupStateMaskIsDrawn;
+    CheckStatus(Q3DisplayGroup_GetState(group, &state));
+    if (on)
+        state |= bit;
     else
-        state &= ~static_cast<TQ3DisplayGroupState>(kQ3DisplayGroupStateMaskIsDrawn);
-    CheckStatus(Q3DisplayGroup_SetState(object, state));
+        state &= ~bit;
+    CheckStatus(Q3DisplayGroup_SetState(group, state));
+}
+} // namespace
+
+void DDisplayGroup::SetDrawn(bool drawn) {
+    SetStateBit(object, kQ3DisplayGroupStateMaskIsDrawn, drawn);
+}
+
+void DDisplayGroup::SetPicked(bool picked) {
+    SetStateBit(object, kQ3DisplayGroupStateMaskIsPicked, picked);
 }
 
 bool DDisplayGroup::IsDrawn() const {

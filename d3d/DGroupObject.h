@@ -79,6 +79,8 @@ class DDisplayGroup : public DGroupObject {
     // A group that is not drawn keeps its members and its place.
     void SetDrawn(bool drawn);
     bool IsDrawn() const;
+    // A group that is not picked is drawn but never hit by a pick.
+    void SetPicked(bool picked);
 };
 
 // A display group whose first member is its own attribute set.

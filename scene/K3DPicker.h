@@ -17,6 +17,10 @@ class K3DPicker : public DPickingLoop {
     virtual K3DSelectedObject* GetPickedSelected() const { return nullptr; }
     // The selected object that wraps `object`.
     virtual K3DSelectedObject* FindSelected(K3DObject* /*object*/) { return nullptr; }
+
+    // While set, only the models of custom paths count as hits: the path
+    // tools reach markers under letters that lie on the path.
+    bool curvesOnly = false;
 };
 
 class VCPicker : public K3DPicker {
@@ -29,6 +33,9 @@ class VCPicker : public K3DPicker {
     bool WantsHit(DHitData& hit) override;
     // A Bezier path model learns which of its parts lay nearest.
     void HandleHit(DHitData& firstHit) override;
+    // Markers are drawn over the curve they stand on: when the pointer lies
+    // on a marker of the picked path, the path learns the nearest such.
+    void EndHits() override;
     K3DObject* GetPickedObject() const override { return pickedObject; }
     K3DSelectedObject* GetPickedSelected() const override { return pickedSelected; }
     K3DSelectedObject* FindSelected(K3DObject* object) override;

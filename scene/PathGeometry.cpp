@@ -1,17 +1,13 @@
 #include "scene/PathGeometry.h"
 
-#include "curves/VCNurbsCurve.h"
 #include "curves/VCurveAnalytical.h"
 #include "d3d/DGroupObject.h"
-#include "d3d/DNURBSCurveObject.h"
 #include "d3d/DPolyLine.h"
 #include "d3d/DShaderObject.h"
 
 #include <algorithm>
 #include <vector>
 
-namespace {
-// Paths show their plain colour: no lighting, the light green of a path.
 void AddUnlitGreen(DDisplayGroup& group) {
     DNullIllumination unlit;
     group.AddObject(unlit);
@@ -21,7 +17,6 @@ void AddUnlitGreen(DDisplayGroup& group) {
     group.AddObject(colour);
     Q3Object_Dispose(colour);
 }
-} // namespace
 
 void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group) {
     const auto* analytic = dynamic_cast<const VCurveAnalytical*>(&curve);
@@ -37,19 +32,4 @@ void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group) {
     line.Finish(false);
     AddUnlitGreen(group);
     group.AddObject(line);
-}
-
-void BuildCurveGeometry(const VCNurbsCurve& curve, DDisplayGroup& group) {
-    group.Empty();
-    std::int32_t count = 0;
-    const KVector3D* points = nullptr;
-    if (curve.GetControlPoints(count, points) != kCurveOK || !curve.knots || count < 2) return;
-    std::vector<TQ3RationalPoint4D> q(static_cast<std::size_t>(count));
-    for (std::int32_t i = 0; i < count; ++i)
-        q[std::size_t(i)] = {points[i].x, points[i].y, points[i].z, points[i].w};
-    DNURBSCurveObject drawn(count, q.data(), curve.knots->count, curve.knots->values.get(),
-                            curve.degree);
-    if (!drawn.IsValid()) return;
-    AddUnlitGreen(group);
-    group.AddObject(drawn);
 }

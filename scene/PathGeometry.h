@@ -1,7 +1,6 @@
 #pragma once
 
 class VCurve;
-class VCNurbsCurve;
 class DDisplayGroup;
 
 // Puts the drawable form of a path into `group`: for an analytic path a
@@ -9,6 +8,7 @@ class DDisplayGroup;
 // a model of its own that draws it, so nothing is added for it.
 void BuildPathGeometry(const VCurve& curve, DDisplayGroup& group);
 
-// Puts the drawn form of a custom path's curve into `group`: the NURBS curve
-// itself in the same light green, not lit.
-void BuildCurveGeometry(const VCNurbsCurve& curve, DDisplayGroup& group);
+// What draws a path, its controls and its guides the colour they are given:
+// no lighting, and the light green of a path for what has no colour of its
+// own. Goes first into a group.
+void AddUnlitGreen(DDisplayGroup& group);

@@ -7,6 +7,8 @@
 #include "scene/K3DView.h"
 #include "scene/K3DViewAdorner.h"
 #include "scene/SceneAlerts.h"
+#include "scene/VCBezierCurveModel.h"
+#include "scene/VCNURBSCurveModel.h"
 
 namespace {
 struct SubmitModel : KListFunctoid {
@@ -197,4 +199,26 @@ void VZarbesoSceneManager::AddModel(VZarbesoModel* model) {
 
 void VZarbesoSceneManager::RemoveModel(VCModel* model) {
     DeleteModel(model);
+}
+
+bool VZarbesoSceneManager::HasModel(const VCModel* model) const {
+    for (std::uint32_t i = 1; i <= GetModelCount(); ++i)
+        if (GetModel(i) == model) return true;
+    return false;
+}
+
+VCNURBSCurveModel* VZarbesoSceneManager::NewNURBSModel(std::unique_ptr<VCNurbsCurve> curve) {
+    auto* model = new VCNURBSCurveModel(GetNextId(), DDisplayGroup());
+    AddModel(model);
+    model->selectable = 0;
+    model->SetCurve(std::move(curve));
+    return model;
+}
+
+VCBezierCurveModel* VZarbesoSceneManager::NewBezierModel(std::unique_ptr<VCNurbsCurve> curve) {
+    auto* model = new VCBezierCurveModel(GetNextId(), DDisplayGroup());
+    AddModel(model);
+    model->selectable = 0;
+    if (curve) model->SetCurve(std::move(curve));
+    return model;
 }

@@ -8,7 +8,12 @@
 #include "scene/VCLightManager.h"
 #include "scene/VCModelManager.h"
 
+#include <memory>
+
 class K3DView;
+class VCBezierCurveModel;
+class VCNURBSCurveModel;
+class VCNurbsCurve;
 
 class K3DSceneManager : public KCommandsHandler {
   public:
@@ -76,7 +81,13 @@ class VZarbesoSceneManager : public VCSceneManager {
     // Takes a model made with GetNextId into the scene, which then owns it.
     void AddModel(VZarbesoModel* model);
     VZarbesoModel* NewTextModelFromGroup(const DDisplayGroup& group);
+    // Curve models over groups of their own, holding `curve` (a Bezier model
+    // may start without one); the user cannot select them as objects.
+    VCNURBSCurveModel* NewNURBSModel(std::unique_ptr<VCNurbsCurve> curve);
+    VCBezierCurveModel* NewBezierModel(std::unique_ptr<VCNurbsCurve> curve);
     void RemoveModel(VCModel* model);
+    // Whether the scene still holds the model.
+    bool HasModel(const VCModel* model) const;
 
     void SetGridVisible(bool v) { gridVisible = v; }
     bool GetGridVisible() const { return gridVisible; }

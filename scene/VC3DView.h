@@ -26,6 +26,13 @@ enum ToolNumber : int {
     kToolMove = 12,
     // 13 to 20: the tools that draw and edit custom paths.
     kToolCurveDrag = 13,
+    kToolCurveHandle = 14,
+    kToolCurveDraw = 15,
+    kToolCurveOval = 16,
+    kToolCurvePolygon = 17,
+    kToolCurveStar = 18,
+    kToolCurveAddPoint = 19,
+    kToolCurveDeletePoint = 20,
     kToolCount = 21
 };
 
@@ -58,7 +65,7 @@ class VC3DView : public K3DBackView,
     using KToolHandler::SetTool;
     // Makes tool `index` of the table the current tool; false when the
     // present tool refused to go or there is no such tool.
-    bool SetTool(int index);
+    virtual bool SetTool(int index);
     KTool* GetToolAt(int index) const;
 
     std::array<std::unique_ptr<KTool>, kToolCount> tools;

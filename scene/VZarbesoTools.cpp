@@ -1,5 +1,9 @@
 // The tool table of the view: the manipulator of each tool number.
 #include "scene/KViewManipulators.h"
+#include "scene/VNurbsCurAddPtManipulator.h"
+#include "scene/VNurbsCurDrawManipulator.h"
+#include "scene/VNurbsCurEditManipulators.h"
+#include "scene/VNurbsCurShapeManipulators.h"
 #include "scene/VTextManipulators.h"
 #include "scene/VZarbesoView.h"
 
@@ -23,8 +27,12 @@ void VZarbesoView::CreateTools() {
     tools[kToolDepthText] = Tool<VScaleDepthManipulator>(10014);
     tools[kToolRotateText] = Tool<VRotateManipulator>(10012);
     tools[kToolMove] = Tool<VTranslateManipulator>(false);
-    // The tools of custom paths get their manipulators with the path
-    // editing; until then they are tools that do nothing.
-    for (int i = kToolCurveDrag; i < kToolCount; ++i)
-        tools[i] = std::make_unique<KTool>(nullptr);
+    tools[kToolCurveDrag] = Tool<VNurbsCurDragManipulator>();
+    tools[kToolCurveHandle] = Tool<VNurbsCurHandleManipulator>();
+    tools[kToolCurveDraw] = Tool<VNurbsCurDrawManipulator>();
+    tools[kToolCurveOval] = Tool<VNurbsCurOvalManipulator>();
+    tools[kToolCurvePolygon] = Tool<VNurbsCurNGonManipulator>();
+    tools[kToolCurveStar] = Tool<VNurbsCurStarManipulator>();
+    tools[kToolCurveAddPoint] = Tool<VNurbsCurAddPtManipulator>();
+    tools[kToolCurveDeletePoint] = Tool<VNurbsCurDelPtManipulator>();
 }

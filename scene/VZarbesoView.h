@@ -17,6 +17,7 @@
 
 class TextureImage;
 class VAlignedText;
+class VCBezierCurveModel;
 class VCustomPathData;
 
 class VZarbesoView : public VC3DView {
@@ -128,6 +129,22 @@ class VZarbesoView : public VC3DView {
     // Whether the current path belongs to a curve model.
     bool HasCurveModel() const;
 
+    // ---- editing custom paths ----
+    // Makes tool `index` current. While a tool that edits a path's points
+    // (13, 14, 19, 20) is current, the path shows its anchors.
+    bool SetTool(int index) override;
+    using VC3DView::SetTool;
+    // An edit of the current path begins: the selection empties and the
+    // path shows its anchors. The end of an edit hides them.
+    void BeginCurveEdit();
+    void EndCurveEdit();
+    // The Delete key: with a tool that edits points current, the selected
+    // anchor of the path goes and the text follows the path again. False
+    // when the key is not for the path (it is then for the lights).
+    bool DeleteSelectedPoint();
+    // The model of the current path when it is a chain of Bezier pieces.
+    VCBezierCurveModel* GetBezierModel() const;
+
     // ---- what is shown ----
     void ShowPath(bool flag);
     bool IsPathShown() const { return pathShown_; }
@@ -144,6 +161,10 @@ class VZarbesoView : public VC3DView {
 
   private:
     void MakePathModel();
+    // Whether the current tool edits a path's points, and the path's
+    // anchors shown or hidden by that.
+    bool EditsPoints() const;
+    void ShowCurveControls();
     // Deletes the present path and its model, without a new layout.
     void DiscardPath();
     void FreeChars();

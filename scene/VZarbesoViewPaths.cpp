@@ -5,6 +5,7 @@
 #include "curves/VNurbsAlgorithms.h"
 #include "scene/VCBezierCurveModel.h"
 #include "scene/VCNURBSCurveModel.h"
+#include "scene/VNurbsCurveManipulator.h"
 #include "scene/VZarbesoView.h"
 
 #include <cmath>
@@ -21,18 +22,11 @@ std::unique_ptr<VCustomPathData> DefaultRecord() {
     record->isBezier = 1;
     return record;
 }
-
-// A curve model over a group of its own, holding the curve, in the scene.
-template <class Model>
-Model* NewCurveModel(VZarbesoSceneManager& scene, std::unique_ptr<VCNurbsCurve> curve) {
-    DDisplayGroup group;
-    auto* model = new Model(scene.GetNextId(), group);
-    scene.AddModel(model);
-    model->selectable = 0;
-    model->SetCurve(std::move(curve));
-    return model;
-}
 } // namespace
+
+VCBezierCurveModel* VZarbesoView::GetBezierModel() const {
+    return dynamic_cast<VCBezierCurveModel*>(pathModel_);
+}
 
 bool VZarbesoView::HasCurveModel() const {
     return dynamic_cast<VCBezierCurveModel*>(pathModel_) ||
@@ -119,15 +113,17 @@ bool VZarbesoView::SelectCustomPath(std::int32_t index, const char*) {
                    record->points.get(), record->knotCount, record->knots.get(),
                    record->closed) != kCurveOK)
         return false;
+    // A record of pieces reopens in pieces; one whose curve cannot be held
+    // so opens as one curve.
     VZarbesoModel* model = nullptr;
-    if (record->isBezier) {
-        auto* bezier = NewCurveModel<VCBezierCurveModel>(*sceneManager, std::move(curve));
-        if (record->closed) bezier->JoinEnds();
-        model = bezier;
-    } else {
-        model = NewCurveModel<VCNURBSCurveModel>(*sceneManager, std::move(curve));
+    if (record->isBezier && VCBezierCurveModel::CanHold(*curve))
+        model = sceneManager->NewBezierModel(std::move(curve));
+    else
+        model = sceneManager->NewNURBSModel(std::move(curve));
+    if (!model->BuildPath()) {
+        sceneManager->RemoveModel(model);
+        return false;
     }
-    model->BuildPath();
     SetCurvePathWithFrame(model, model->GetPath(), record->startTangent, record->startNormal);
     return true;
 }
@@ -144,10 +140,11 @@ bool VZarbesoView::ConvertToCustomPath() {
             kCurveOK ||
         !curve)
         return false;
-    const bool closed = curve->closed != 0;
-    auto* model = NewCurveModel<VCBezierCurveModel>(*sceneManager, std::move(curve));
-    if (closed) model->JoinEnds();
-    model->BuildPath();
+    VCBezierCurveModel* model = sceneManager->NewBezierModel(std::move(curve));
+    if (!model->BuildPath()) {
+        sceneManager->RemoveModel(model);
+        return false;
+    }
     SetCurvePathWithFrame(model, model->GetPath(), startTangent, startNormal);
     return true;
 }
@@ -170,6 +167,7 @@ void VZarbesoView::SetCurvePathWithFrame(VZarbesoModel* model, VCurve* path,
     path->SetStartFrame(tangent, normal);
     pathModel_ = model;
     pathModel_->SetDrawn(pathShown_);
+    ShowCurveControls();
     curveData_->curve = path;
     UpdateText();
 }
@@ -180,4 +178,43 @@ bool VZarbesoView::DeleteCustomPath(std::int32_t index) {
     customPaths_.RemoveEntry(record);
     delete record;
     return true;
+}
+
+// ---- editing ---------------------------------------------------------------------
+
+bool VZarbesoView::EditsPoints() const {
+    const KTool* tool = GetTool();
+    for (int index : {kToolCurveDrag, kToolCurveHandle, kToolCurveAddPoint, kToolCurveDeletePoint})
+        if (tool && tool == GetToolAt(index)) return true;
+    return false;
+}
+
+void VZarbesoView::ShowCurveControls() {
+    if (HasCurveModel()) pathModel_->ShowControls(EditsPoints());
+}
+
+bool VZarbesoView::SetTool(int index) {
+    if (!VC3DView::SetTool(index)) return false;
+    ShowCurveControls();
+    return true;
+}
+
+void VZarbesoView::BeginCurveEdit() {
+    SetCurrent3DView(this);
+    sceneManager->GetSelection()->Clear();
+    if (HasCurveModel()) pathModel_->ShowControls(true);
+}
+
+void VZarbesoView::EndCurveEdit() {
+    SetCurrent3DView(this);
+    sceneManager->GetSelection()->Clear();
+    if (HasCurveModel()) pathModel_->ShowControls(false);
+}
+
+bool VZarbesoView::DeleteSelectedPoint() {
+    KTool* tool = GetTool();
+    auto* curveTool =
+        dynamic_cast<VNurbsCurveManipulator*>(tool ? tool->GetManipulator() : nullptr);
+    SetCurrent3DView(this);
+    return curveTool && curveTool->DeleteSelectedPoint(*this);
 }

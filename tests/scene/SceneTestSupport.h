@@ -7,6 +7,7 @@
 
 #include <QImage>
 #include <string>
+#include <vector>
 
 // The window point of a scene point, through the view's present camera
 // transforms.
@@ -26,4 +27,33 @@ inline void SaveFrontWorld(const VC3DView& view, const std::string& name) {
     QImage(world.Row(0), world.GetWidth(), world.GetHeight(), world.GetRowBytes(),
            QImage::Format_ARGB32_Premultiplied)
         .save(QString::fromStdString(std::string(PLUMET_TEST_OUTPUT) + "/" + name));
+}
+
+// Window coordinates as the window passes them to the tool handler.
+inline std::int16_t X(QPoint p) {
+    return static_cast<std::int16_t>(p.x());
+}
+inline std::int16_t Y(QPoint p) {
+    return static_cast<std::int16_t>(p.y());
+}
+
+// The modifier keys as the window reports them: a press starts afresh.
+inline void HoldKeys(VC3DView& view, std::uint16_t modifiers, bool press) {
+    if (press) view.ResetModifiers();
+    for (std::uint16_t bit : {kModCtrl, kModShift, kModAlt})
+        view.SetModifier(bit, (modifiers & bit) ? std::int16_t(0x8000) : std::int16_t(1));
+}
+
+// Press, moves through the points, release at the last, with the modifiers
+// held throughout.
+inline void Gesture(VC3DView& view, const std::vector<QPoint>& points,
+                    std::uint16_t modifiers = 0) {
+    HoldKeys(view, modifiers, true);
+    view.MouseDown(X(points.front()), Y(points.front()));
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        HoldKeys(view, modifiers, false);
+        view.MouseMove(X(points[i]), Y(points[i]));
+    }
+    HoldKeys(view, modifiers, false);
+    view.MouseUp(X(points.back()), Y(points.back()));
 }

@@ -32,25 +32,9 @@ struct Tools : ::testing::Test {
         SetSceneAlert(nullptr);
         SetScenePickColor(nullptr);
     }
-    // Press, moves through the points, release at the last, with the
-    // modifiers held throughout.
     void Gesture(std::vector<QPoint> points, std::uint16_t modifiers = 0) {
-        Keys(modifiers, true);
-        view.MouseDown(X(points.front()), Y(points.front()));
-        for (std::size_t i = 1; i < points.size(); ++i) {
-            Keys(modifiers, false);
-            view.MouseMove(X(points[i]), Y(points[i]));
-        }
-        Keys(modifiers, false);
-        view.MouseUp(X(points.back()), Y(points.back()));
+        ::Gesture(view, points, modifiers);
     }
-    void Keys(std::uint16_t modifiers, bool press) {
-        if (press) view.ResetModifiers();
-        for (std::uint16_t bit : {kModCtrl, kModShift, kModAlt})
-            view.SetModifier(bit, (modifiers & bit) ? std::int16_t(0x8000) : std::int16_t(1));
-    }
-    static std::int16_t X(QPoint p) { return static_cast<std::int16_t>(p.x()); }
-    static std::int16_t Y(QPoint p) { return static_cast<std::int16_t>(p.y()); }
     VCLight* LightAt(const KVector3D& where) {
         VCLight* light = scene.AddLight(&view);
         light->Translate(where);

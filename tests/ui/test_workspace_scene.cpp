@@ -234,8 +234,9 @@ TEST_F(WorkspaceScene, CustomPathsAreCapturedReopenedAndDeleted) {
     view.GetCurve()->GetStartFrame(tangent, reopened);
     EXPECT_NEAR(reopened.Dot(twisted), 1.0f, 1e-5) << "the start frame keeps its twist";
     EXPECT_EQ(view.GetCustomPath(2)->isBezier, 1);
-    EXPECT_EQ(view.GetCustomPath(2)->pointCount, 22);
-    EXPECT_EQ(view.GetCustomPath(2)->knotCount, 26);
+    // Kept as its 19 Bezier pieces, each with its own four points.
+    EXPECT_EQ(view.GetCustomPath(2)->pointCount, 76);
+    EXPECT_EQ(view.GetCustomPath(2)->knotCount, 80);
 
     EXPECT_EQ(d->FindPathRow("straight"), kFirstCustomPathRow);
     d->DeleteCustomPathRows({kFirstCustomPathRow});
