@@ -37,12 +37,11 @@ bool VCPicker::WantsHit(DHitData& hit) {
 }
 
 void VCPicker::HandleHit(DHitData& firstHit) {
-    if (auto* path = dynamic_cast<VCBezierCurveModel*>(pickedObject))
-        path->lastPart = firstHit.pickId;
+    if (auto* path = dynamic_cast<VZarbesoModel*>(pickedObject)) path->lastPart = firstHit.pickId;
 }
 
 void VCPicker::EndHits() {
-    auto* path = dynamic_cast<VCBezierCurveModel*>(pickedObject);
+    auto* path = dynamic_cast<VZarbesoModel*>(pickedObject);
     if (!path) return;
     for (std::uint32_t i = 0; i < GetHitCount(); ++i) {
         DHitData hit;

@@ -31,7 +31,7 @@ class VCPicker : public K3DPicker {
     // A hit counts when it names a selected object's widget, a model or a
     // light of the view's scene.
     bool WantsHit(DHitData& hit) override;
-    // A Bezier path model learns which of its parts lay nearest.
+    // A path model learns which of its parts lay nearest.
     void HandleHit(DHitData& firstHit) override;
     // Markers are drawn over the curve they stand on: when the pointer lies
     // on a marker of the picked path, the path learns the nearest such.

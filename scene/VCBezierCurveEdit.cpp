@@ -98,10 +98,10 @@ bool VCBezierCurveModel::SelectPart(bool toggle) {
     } else if (kind == kHandle) {
         SetJoin(k, atEnd, join == kJoinCorner ? kJoinMirrored : kJoinCorner);
     }
-    selectedPiece = k;
-    selectedPlace = place;
     if (kind == kAnchor && AnchorMarker(k, place) != selectedMarker)
         SetSelection(AnchorMarker(k, place));
+    selectedPiece = k;
+    selectedPlace = place;
     return true;
 }
 

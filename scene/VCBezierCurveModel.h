@@ -98,9 +98,7 @@ class VCBezierCurveModel : public VZarbesoModel {
     std::int32_t GetJoin(std::int32_t piece, bool atEnd) const;
     // The kind of the part a marker number names.
     PartKind KindOfMarker(std::int32_t marker) const;
-    // Where the marker a pick id names stands, model coordinates; false
-    // when the id names no marker.
-    bool GetPartPosition(std::uint32_t pickId, KVector3D& out) const;
+    bool GetPartPosition(std::uint32_t pickId, KVector3D& out) const override;
     // The curve that carries the text, made from the pieces.
     VCNurbsCurve* GetCurve() const { return pathCurve_.get(); }
     std::int32_t GetSelectedAnchor() const { return selectedMarker; }
@@ -117,10 +115,6 @@ class VCBezierCurveModel : public VZarbesoModel {
     std::int32_t selectedPiece = -1;
     std::int32_t selectedPlace = -1;
     std::uint32_t modelId = 0;
-    // The pick id of the nearest part of this model under the pointer at
-    // the last pick that took it, which tells the drag tools the marker
-    // that lay on the curve; they read and clear it.
-    std::uint32_t lastPart = 0;
     KList pieces; // of DBezierCurveObject
 
   private:

@@ -71,6 +71,15 @@ class VZarbesoModel : public VCModel {
     // The selected control point, in object coordinates.
     virtual void GetSelectedPoint(KVector3D& out) const { out = {0, 0, 0, 1}; }
     virtual void ShowControls(bool /*on*/) {}
+    // Where the marker that a pick id names stands, in object coordinates;
+    // false for an id that names none.
+    virtual bool GetPartPosition(std::uint32_t /*pickId*/, KVector3D& /*out*/) const {
+        return false;
+    }
 
     std::uint8_t selectable = 1;
+    // The pick id of the nearest marker of this model under the pointer at
+    // the last pick that took it, which tells the path tools the marker that
+    // lay on the curve; they read and clear it.
+    std::uint32_t lastPart = 0;
 };

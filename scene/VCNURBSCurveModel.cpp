@@ -51,15 +51,21 @@ bool VCNURBSCurveModel::GetCurveArrays(std::int32_t& count, const KVector3D*& po
     return true;
 }
 
-std::int32_t VCNURBSCurveModel::PickedPoint() const {
-    const std::int32_t i = std::int32_t(GetPickedId() >> 24) - 1;
-    return (GetPickedId() & 0xFFFFFFu) == modelId && i >= 0 && i < std::int32_t(markers_.size())
-               ? i
-               : -1;
+std::int32_t VCNURBSCurveModel::PointOf(std::uint32_t pickId) const {
+    const std::int32_t i = std::int32_t(pickId >> 24) - 1;
+    return (pickId & 0xFFFFFFu) == modelId && i >= 0 && i < std::int32_t(markers_.size()) ? i : -1;
+}
+
+bool VCNURBSCurveModel::GetPartPosition(std::uint32_t pickId, KVector3D& out) const {
+    const std::int32_t i = PointOf(pickId);
+    KVector3D p;
+    if (i < 0 || curve_->GetControlPoint(i, p) != kCurveOK) return false;
+    out = Euclidean(p);
+    return true;
 }
 
 void VCNURBSCurveModel::Translate(const KVector3D& delta) {
-    const std::int32_t i = PickedPoint();
+    const std::int32_t i = PointOf(GetPickedId());
     if (i < 0) return;
     // The curve keeps the ends of a closed curve together; the displays
     // follow what it holds.
@@ -88,7 +94,7 @@ bool VCNURBSCurveModel::BuildPath() {
 
 void VCNURBSCurveModel::GetSelectedPoint(KVector3D& out) const {
     KVector3D p;
-    const std::int32_t i = PickedPoint();
+    const std::int32_t i = PointOf(GetPickedId());
     if (i >= 0 && curve_->GetControlPoint(i, p) == kCurveOK)
         out = Euclidean(p);
     else

@@ -40,12 +40,13 @@ class VCNURBSCurveModel : public VZarbesoModel {
     VCurve* GetPath() override { return path_.get(); }
     void GetSelectedPoint(KVector3D& out) const override;
     void ShowControls(bool on) override;
+    bool GetPartPosition(std::uint32_t pickId, KVector3D& out) const override;
 
     std::uint32_t modelId = 0;
 
   private:
-    // The control point the last pick named, or -1.
-    std::int32_t PickedPoint() const;
+    // The control point a pick id names, or -1.
+    std::int32_t PointOf(std::uint32_t pickId) const;
 
     DDisplayGroup group_;
     DDisplayGroup markerGroup_;

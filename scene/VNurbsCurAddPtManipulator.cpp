@@ -10,10 +10,7 @@
 void k3DNurbsCurAddPtManipulator::Press(const MouseEvent& event) {
     extending = changed = false;
     downPixel = event.local;
-    if (!FindCurve()) {
-        SetDepthFromCamera();
-        return;
-    }
+    if (!viewMatrix || !FindCurve()) return;
     const VZarbesoModel* hit = PickCurvePart(*this, event);
     if (hit) {
         // On the curve a new anchor splits it; on a control point nothing.

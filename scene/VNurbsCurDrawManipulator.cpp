@@ -17,6 +17,7 @@ bool k3DNurbsCurDrawManipulator::Deactivate(WView*) {
 }
 
 void k3DNurbsCurDrawManipulator::Press(const MouseEvent& event) {
+    if (!viewMatrix) return;
     // A path that went meanwhile (another path was chosen) is not drawn on.
     if (!HasCurve()) {
         clickCount = 0;

@@ -15,21 +15,19 @@ VZarbesoModel* PickCurvePart(K3DTranslateManipulator& m, const MouseEvent& event
     } only(*m.picker);
     m.Pick(event);
     auto* model = dynamic_cast<VZarbesoModel*>(m.picker->GetPickedObject());
-    auto* bezier = dynamic_cast<VCBezierCurveModel*>(model);
-    if (!bezier) return model;
+    if (!model) return nullptr;
     // The curve wins a pick over its markers; a marker that lay in front of
     // it near the click is what the user meant.
     KVector3D at;
-    if ((bezier->GetPickedId() >> 24) == 0 && bezier->lastPart != 0 &&
-        bezier->lastPart != bezier->GetPickedId() &&
-        bezier->GetPartPosition(bezier->lastPart, at)) {
-        at = ObjectToWorld(*bezier, at);
+    if ((model->GetPickedId() >> 24) == 0 && model->lastPart != 0 &&
+        model->lastPart != model->GetPickedId() && model->GetPartPosition(model->lastPart, at)) {
+        at = ObjectToWorld(*model, at);
         if (std::fabs(at.x - m.lastWorld.x) < 1.5f && std::fabs(at.y - m.lastWorld.y) < 1.5f &&
             std::fabs(at.z - m.lastWorld.z) < 1.5f)
-            bezier->SetPickedId(bezier->lastPart);
+            model->SetPickedId(model->lastPart);
     }
-    bezier->lastPart = 0;
-    return bezier;
+    model->lastPart = 0;
+    return model;
 }
 
 // ---- k3DNurbsCurDragManipulator -----------------------------------------------------

@@ -64,6 +64,7 @@ std::int32_t GetShapeCount(const KTool* tool) {
 // ---- k3dNurbsCurPrimManipulator -----------------------------------------------------
 
 void k3dNurbsCurPrimManipulator::Press(const MouseEvent& event) {
+    if (!viewMatrix) return;
     startPixel = currentPixel = event.local;
     SetDepthFromCamera();
     pressed = true;

@@ -111,7 +111,8 @@ class VZarbesoView : public VC3DView {
     // when the path is not analytic or the curve cannot be made.
     bool ConvertToCustomPath();
     // A freshly drawn curve becomes the current path; letters stand in the
-    // drawing plane when the curve starts in it.
+    // drawing plane (the XY plane, or the plane that faces the camera) when
+    // the curve starts in it.
     void SetCurvePath(VZarbesoModel* model, VCurve* path);
     void SetCurvePathWithFrame(VZarbesoModel* model, VCurve* path, const KVector3D& tangent,
                                const KVector3D& normal);
@@ -164,6 +165,8 @@ class VZarbesoView : public VC3DView {
     // Whether the current tool edits a path's points, and the path's
     // anchors shown or hidden by that.
     bool EditsPoints() const;
+    // The direction from the point of interest to the eye, in the scene.
+    KVector3D FacingDirection() const;
     void ShowCurveControls();
     // Deletes the present path and its model, without a new layout.
     void DiscardPath();

@@ -3,6 +3,7 @@
 #include "curves/VCurveAnalytical.h"
 #include "curves/VCustomPathData.h"
 #include "curves/VNurbsAlgorithms.h"
+#include "scene/K3DViewMatrix.h"
 #include "scene/VCBezierCurveModel.h"
 #include "scene/VCNURBSCurveModel.h"
 #include "scene/VNurbsCurveManipulator.h"
@@ -149,14 +150,30 @@ bool VZarbesoView::ConvertToCustomPath() {
     return true;
 }
 
+KVector3D VZarbesoView::FacingDirection() const {
+    // From the point of interest to the eye, behind the camera transforms.
+    const TQ3CameraPlacement& p = camera->GetData().placement;
+    const KVector3D eye{p.cameraLocation.x - p.pointOfInterest.x,
+                        p.cameraLocation.y - p.pointOfInterest.y,
+                        p.cameraLocation.z - p.pointOfInterest.z, 0};
+    TQ3Matrix4x4 adorner;
+    GetAdornerMatrix(adorner);
+    return TransformVector(eye, InvertedMatrix(adorner)).Unit();
+}
+
 void VZarbesoView::SetCurvePath(VZarbesoModel* model, VCurve* path) {
     if (!model || !path) return;
     path->SetFrameMode(kFrameModeDirect);
     KVector3D point, tangent, normal, binormal;
     path->GetFrame(0, point, tangent, normal, binormal);
     // A curve that starts in the drawing plane keeps its letters standing in
-    // it, as on an analytic path.
-    if (std::fabs(tangent.z) < 0.00005f) normal = {-tangent.y, tangent.x, 0, 0};
+    // it, as on an analytic path: the XY plane, or else the plane that faces
+    // the camera, in which the tools draw.
+    const KVector3D facing = FacingDirection();
+    if (std::fabs(tangent.z) < 0.00005f)
+        normal = {-tangent.y, tangent.x, 0, 0};
+    else if (std::fabs(facing.Dot(tangent)) < 0.001f)
+        normal = facing.Cross(tangent).Unit();
     SetCurvePathWithFrame(model, path, tangent, normal);
 }
 

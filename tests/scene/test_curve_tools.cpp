@@ -1,9 +1,11 @@
 // Drawing and editing custom paths with whole gestures through the view's
 // tool handler, on a real view with its text.
 #include "SceneTestSupport.h"
+#include "curves/VCustomPathData.h"
 #include "d3d/DTransformObject.h"
 #include "foundation/Messages.h"
 #include "scene/VCBezierCurveModel.h"
+#include "scene/VCNURBSCurveModel.h"
 #include "scene/VNurbsCurShapeManipulators.h"
 #include "scene/VNurbsCurveManipulator.h"
 #include "scene/VZarbesoView.h"
@@ -134,9 +136,18 @@ TEST_F(CurveTools, DraggedPointsMoveWithTheirJoints) {
     view.SetTool(kToolCurveDrag);
     EXPECT_TRUE(model->AreControlsShown());
 
-    // A click on the anchor that lies on the curve takes the anchor.
-    Click(b);
+    // A press on the anchor that lies on the curve takes the anchor, and
+    // the drag carries both its handles along: four points move as one.
+    const KVector3D before[4] = {Point(*model, 0, 2), Point(*model, 0, 3), Point(*model, 1, 0),
+                                 Point(*model, 1, 1)};
+    Gesture(view, {b, b + QPoint(0, -10), b + QPoint(0, -20)});
     EXPECT_EQ(model->GetSelectedAnchor(), VCBezierCurveModel::kPieceSize) << "the joint at b";
+    const KVector3D step = Point(*model, 0, 3) - before[1];
+    const QPoint moved = b + QPoint(0, -20);
+    EXPECT_LT(Distance(At(*model, 0, 3), moved), 1.0f);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_NEAR((Point(*model, i / 2, (i + 2) % 4) - before[i] - step).Length(), 0.0f, 1e-5);
+
     // Its handle drags; on the smooth joint the twin turns with it and keeps
     // its own length.
     const KVector3D anchor = Point(*model, 1, 0);
@@ -147,16 +158,7 @@ TEST_F(CurveTools, DraggedPointsMoveWithTheirJoints) {
     const KVector3D ahead = Point(*model, 1, 1) - anchor, behind = Point(*model, 0, 2) - anchor;
     EXPECT_NEAR(behind.Length(), twinLength, 1e-4);
     EXPECT_NEAR(ahead.Unit().Dot(behind.Unit()), -1.0f, 1e-4);
-    EXPECT_LT(Distance(At(*model, 1, 0), b), 1.0f) << "the anchor stays";
-
-    // The anchor carries both handles along: four points move as one.
-    KVector3D before[4] = {Point(*model, 0, 2), Point(*model, 0, 3), Point(*model, 1, 0),
-                           Point(*model, 1, 1)};
-    Gesture(view, {b, b + QPoint(0, -20)});
-    const KVector3D step = Point(*model, 0, 3) - before[1];
-    EXPECT_LT(Distance(At(*model, 0, 3), b + QPoint(0, -20)), 1.0f);
-    for (int i = 0; i < 4; ++i)
-        EXPECT_NEAR((Point(*model, i / 2, (i + 2) % 4) - before[i] - step).Length(), 0.0f, 1e-5);
+    EXPECT_LT(Distance(At(*model, 1, 0), moved), 1.0f) << "the anchor stays";
 
     // The handle tool breaks the joint: the twin no longer follows.
     view.SetTool(kToolCurveHandle);
@@ -304,4 +306,32 @@ TEST_F(CurveTools, AddedPointsSplitThePathOrExtendItsNearerEnd) {
     view.SetTool(kToolCurveAddPoint);
     Gesture(view, {{20, 20}, {20, 40}}, kModCtrl);
     EXPECT_EQ(oval->GetPieceCount(), 4);
+}
+
+TEST_F(CurveTools, APathOfOneCurveMovesItsControlPointsAndKeepsItsEndsTogether) {
+    // A closed square of degree 1, stored as one curve.
+    const KVector3D square[5] = {
+        {1, 1, 0, 1}, {-1, 1, 0, 1}, {-1, -1, 0, 1}, {1, -1, 0, 1}, {1, 1, 0, 1}};
+    const double knots[7] = {0, 0, 0.25, 0.5, 0.75, 1, 1};
+    VCustomPathData record;
+    ASSERT_TRUE(record.SetCurve(5, square, 7, knots, 1, {-1, 0, 0, 0}, {0, 1, 0, 0}));
+    record.isBezier = 0;
+    ASSERT_TRUE(view.StoreCustomPath(1, "Square", &record));
+    ASSERT_TRUE(view.SelectCustomPath(1, "Square"));
+    auto* model = dynamic_cast<VCNURBSCurveModel*>(view.GetPathModel());
+    ASSERT_NE(model, nullptr);
+
+    view.SetTool(kToolCurveDrag);
+    const QPoint corner = WindowPointOf(view, square[0]);
+    Gesture(view, {corner, corner + QPoint(10, 5), corner + QPoint(20, 10)});
+    KVector3D first, last;
+    model->GetCurve()->GetControlPoint(0, first);
+    model->GetCurve()->GetControlPoint(4, last);
+    EXPECT_LT(Distance(WindowPointOf(view, first), corner + QPoint(20, 10)), 1.0f);
+    EXPECT_EQ(first.x, last.x);
+    EXPECT_EQ(first.y, last.y);
+    // The text follows the moved corner.
+    KVector3D start;
+    view.GetCurve()->GetPointAt(0, start);
+    EXPECT_NEAR((start - first).Length(), 0.0f, 1e-5);
 }

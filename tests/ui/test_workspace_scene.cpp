@@ -7,9 +7,11 @@
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "scene/K3DSystem.h"
+#include "scene/VCBezierCurveModel.h"
 #include "scene/VCLight.h"
 #include "tests/TempConfigFolder.h"
 #include "tests/host/FakeHost.h"
+#include "tests/scene/SceneTestSupport.h"
 #include "text/FontList.h"
 #include "ui/NoWindowRun.h"
 #include "ui/VZarbesoDocument.h"
@@ -293,6 +295,93 @@ TEST_F(WorkspaceScene, ACustomTextureComesBackAndFallsBackWhenItsFileHasGone) {
     ASSERT_EQ(gAlerts.size(), 2u) << "one alert for each file that did not load";
     EXPECT_NE(gAlerts[1].find("cannot load texture file: \n" + file + "\nTry"), std::string::npos);
     SetMessageSink(nullptr);
+}
+
+TEST_F(WorkspaceScene, ADrawnPathComesBackWithEveryKnotAndPoint) {
+    VC3DSystem tools; // the tools' picker and view matrix; the filter's start ended its own
+    std::vector<KVector3D> points;
+    std::vector<double> knots;
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        VZarbesoView& view = *d->GetView();
+        ASSERT_TRUE(d->NewCustomPath("Drawn"));
+        view.SetTool(kToolCurveDraw);
+        Gesture(view, {{30, 100}, {50, 60}});
+        Gesture(view, {{120, 75}, {150, 80}});
+        Gesture(view, {{210, 50}, {225, 100}});
+        ASSERT_NE(view.GetBezierModel(), nullptr);
+        const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
+        points.assign(curve.ctrlPoints->points.get(),
+                      curve.ctrlPoints->points.get() + curve.GetControlPointCount());
+        knots.assign(curve.knots->values.get(), curve.knots->values.get() + curve.knots->count);
+        d->SaveWorkspace();
+    }
+    std::unique_ptr<VZarbesoDocument> d = Start();
+    VZarbesoView& view = *d->GetView();
+    EXPECT_EQ(d->GetPathRows()[d->controls.pathRow], "Drawn");
+    ASSERT_NE(view.GetBezierModel(), nullptr) << "a drawn path reopens as its pieces";
+    EXPECT_EQ(view.GetBezierModel()->GetPieceCount(), 2);
+    const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
+    ASSERT_EQ(curve.GetControlPointCount(), std::int32_t(points.size()));
+    ASSERT_EQ(curve.knots->count, std::int32_t(knots.size()));
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const KVector3D& p = curve.ctrlPoints->points[i];
+        EXPECT_TRUE(p.x == points[i].x && p.y == points[i].y && p.z == points[i].z &&
+                    p.w == points[i].w)
+            << "point " << i;
+    }
+    for (std::size_t i = 0; i < knots.size(); ++i)
+        EXPECT_EQ(curve.knots->values[i], knots[i]) << "knot " << i;
+}
+
+TEST_F(WorkspaceScene, TextOnADrawnSCurveFollowsItInARunWithoutTheWindow) {
+    VC3DSystem tools;
+    std::vector<QPointF> line;
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        VZarbesoView& view = *d->GetView();
+        d->SetText("Plumet on S");
+        view.SetLayout(TextLayoutValue::kSlide, 0, true, true);
+        ASSERT_TRUE(d->NewCustomPath("S"));
+        view.SetTool(kToolCurveDraw);
+        // Up out of the left anchor, into the right one from below.
+        Gesture(view, {{25, 80}, {55, 15}});
+        Gesture(view, {{215, 70}, {245, 5}});
+        VCurve& path = *view.GetCurve();
+        for (int i = 0; i <= 200; ++i) {
+            KVector3D p;
+            path.GetPointAt(path.GetLength() * float(i) / 200.0f * 0.9999f, p);
+            p.w = 1;
+            line.emplace_back(WindowPointOf(view, p));
+        }
+        d->SaveWorkspace();
+    }
+    host.outBuffer.assign(host.outBuffer.size(), 0);
+    ASSERT_TRUE(RunWithoutWindow());
+    const std::vector<uint8> out = Output("drawn-s-curve.png");
+    // The letters are what differs from the image. They stand upright on
+    // the curve: in most columns the lowest letter pixel lies on it (not in
+    // those that cross only the upper part of a letter).
+    std::vector<int> lowest(std::size_t(host.width), -1);
+    for (int y = 0; y < host.height; ++y)
+        for (int x = 0; x < host.width; ++x) {
+            const std::size_t i = (std::size_t(y) * host.width + x) * 3;
+            if (out[i] != host.image[i] || out[i + 1] != host.image[i + 1] ||
+                out[i + 2] != host.image[i + 2])
+                lowest[std::size_t(x)] = y;
+        }
+    int columns = 0, onCurve = 0;
+    for (int x = 0; x < host.width; ++x) {
+        if (lowest[std::size_t(x)] < 0) continue;
+        ++columns;
+        // The curve's row in this column, from its nearest sample.
+        const QPointF* at = &line.front();
+        for (const QPointF& q : line)
+            if (std::fabs(q.x() - x) < std::fabs(at->x() - x)) at = &q;
+        onCurve += std::fabs(at->y() - lowest[std::size_t(x)]) <= 6;
+    }
+    ASSERT_GT(columns, 150) << "the text runs along the curve";
+    EXPECT_GT(double(onCurve) / columns, 0.7);
 }
 
 namespace {
