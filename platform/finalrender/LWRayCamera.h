@@ -20,9 +20,15 @@ class RayCamera {
     // The ray through window point (x, y), in the pixmap's pixels. False when
     // that point has no ray (it lies outside what the camera can see).
     bool rayAt(double x, double y, Ray& ray) const;
+    // The window rectangle that holds all of the box (lo, hi) as the camera
+    // sees it. False when a corner lies at or behind the eye, where the
+    // projection bounds nothing.
+    bool windowBounds(const float lo[3], const float hi[3], double& xMin, double& yMin,
+                      double& xMax, double& yMax) const;
     bool orthographic() const { return ortho; }
 
   private:
+    double forward[4][4]{}; // world to frustum
     double inverse[4][4]{}; // frustum to world
     double fx = 1, fy = 1;  // window scale
     double ox = 0, oy = 0;  // window offset

@@ -206,6 +206,21 @@ bool Scene::nearest(const float org[3], const float dir[3], float tnear, float t
     return hitOf(rh, hit);
 }
 
+bool Scene::bounds(float lo[3], float hi[3]) const {
+    if (!scene || triangles == 0) return false;
+    RTCBounds b;
+    rtcGetSceneBounds(scene, &b);
+    lo[0] = b.lower_x;
+    lo[1] = b.lower_y;
+    lo[2] = b.lower_z;
+    hi[0] = b.upper_x;
+    hi[1] = b.upper_y;
+    hi[2] = b.upper_z;
+    for (int i = 0; i < 3; ++i)
+        if (!std::isfinite(lo[i]) || !std::isfinite(hi[i]) || lo[i] > hi[i]) return false;
+    return true;
+}
+
 void Scene::nearestMany(RTCRayHit* rays, unsigned count) const {
     for (unsigned i = 0; i < count; ++i) {
         rays[i].hit.geomID = RTC_INVALID_GEOMETRY_ID;

@@ -64,6 +64,8 @@ class Scene {
 
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
     std::size_t triangleCount() const { return triangles; }
+    // The box of all triangles once built; false when there is none.
+    bool bounds(float lo[3], float hi[3]) const;
     // A distance that is small against the size of the scene, for moving
     // the start of a ray off the surface it leaves.
     float epsilon() const { return eps; }

@@ -81,6 +81,16 @@ class Picture {
         dx = std::isfinite(pass.window.min.x) ? pass.window.min.x - x0 : 0;
         dy = std::isfinite(pass.window.min.y) ? pass.window.min.y - y0 : 0;
         haveRays = camera.setUp(pass);
+        // Samples outside the window rectangle of the scene's box meet
+        // nothing: they take the background without a ray. A pixel's margin
+        // keeps the test on the safe side of rounding.
+        float boxLo[3], boxHi[3];
+        culled = haveRays && scene.bounds(boxLo, boxHi) &&
+                 camera.windowBounds(boxLo, boxHi, sceneX0, sceneY0, sceneX1, sceneY1);
+        sceneX0 -= 1;
+        sceneY0 -= 1;
+        sceneX1 += 1;
+        sceneY1 += 1;
         const TQ3DrawContextData& dc = pass.drawContext;
         clearIt = dc.clearImageMethod == kQ3ClearMethodWithColor;
         const float ca = std::isfinite(dc.clearImageColor.a)
@@ -187,6 +197,10 @@ class Picture {
         return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, 1.0f};
     }
 
+    bool outsideScene(double x, double y) const {
+        return culled && (x < sceneX0 || x > sceneX1 || y < sceneY0 || y > sceneY1);
+    }
+
     void run(long y, long xa, long xb, RunBuffers& w, ShadeCounters& counters,
              std::uint64_t& primary) const {
         const unsigned n = std::clamp(options.samplesPerSide, 1u, 8u);
@@ -210,8 +224,9 @@ class Picture {
                          static_cast<float>(n);
                 }
                 Ray ray;
-                if (!haveRays || !camera.rayAt(static_cast<double>(xa + i) + dx + jx,
-                                               static_cast<double>(y) + dy + jy, ray)) {
+                const double wx = static_cast<double>(xa + i) + dx + jx,
+                             wy = static_cast<double>(y) + dy + jy;
+                if (!haveRays || outsideScene(wx, wy) || !camera.rayAt(wx, wy, ray)) {
                     Premultiplied& sum = w.sums[i];
                     sum = {sum.r + bg[i].r, sum.g + bg[i].g, sum.b + bg[i].b, sum.a + bg[i].a};
                     continue;
@@ -304,6 +319,8 @@ class Picture {
     Shader shader;
     RayCamera camera;
     bool haveRays = false, clearIt = true, writeAlpha = true;
+    bool culled = false; // whether the rectangle below bounds the scene
+    double sceneX0 = 0, sceneY0 = 0, sceneX1 = 0, sceneY1 = 0;
     std::uint32_t clearWord = 0;
     long x0 = 0, y0 = 0, x1 = 0, y1 = 0;
     double dx = 0, dy = 0;
