@@ -1,9 +1,7 @@
 // Camera rays by inverting world to frustum.
 #include "platform/finalrender/LWRayCamera.h"
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace lwsl {
@@ -94,25 +92,14 @@ bool RayCamera::rayAt(double x, double y, Ray& ray) const {
     return std::isfinite(ray.org[0]) && std::isfinite(ray.org[1]) && std::isfinite(ray.org[2]);
 }
 
-bool RayCamera::windowBounds(const float lo[3], const float hi[3], double& xMin, double& yMin,
-                             double& xMax, double& yMax) const {
-    xMin = yMin = std::numeric_limits<double>::max();
-    xMax = yMax = -xMin;
-    for (int c = 0; c < 8; ++c) {
-        const double p[3] = {(c & 1) ? hi[0] : lo[0], (c & 2) ? hi[1] : lo[1],
-                             (c & 4) ? hi[2] : lo[2]};
-        double h[4];
-        for (int j = 0; j < 4; ++j)
-            h[j] =
-                p[0] * forward[0][j] + p[1] * forward[1][j] + p[2] * forward[2][j] + forward[3][j];
-        if (!(h[3] > 1e-12) || !std::isfinite(h[0]) || !std::isfinite(h[1])) return false;
-        const double x = h[0] / h[3] * fx + ox, y = h[1] / h[3] * fy + oy;
-        xMin = std::min(xMin, x);
-        xMax = std::max(xMax, x);
-        yMin = std::min(yMin, y);
-        yMax = std::max(yMax, y);
-    }
-    return std::isfinite(xMin) && std::isfinite(xMax) && std::isfinite(yMin) && std::isfinite(yMax);
+bool RayCamera::windowOf(const TQ3Point3D& p, double& x, double& y) const {
+    double h[4];
+    for (int j = 0; j < 4; ++j)
+        h[j] = p.x * forward[0][j] + p.y * forward[1][j] + p.z * forward[2][j] + forward[3][j];
+    if (!(h[3] > 1e-12) || !std::isfinite(h[3])) return false;
+    x = h[0] / h[3] * fx + ox;
+    y = h[1] / h[3] * fy + oy;
+    return std::isfinite(x) && std::isfinite(y);
 }
 
 } // namespace lwsl

@@ -20,11 +20,9 @@ class RayCamera {
     // The ray through window point (x, y), in the pixmap's pixels. False when
     // that point has no ray (it lies outside what the camera can see).
     bool rayAt(double x, double y, Ray& ray) const;
-    // The window rectangle that holds all of the box (lo, hi) as the camera
-    // sees it. False when a corner lies at or behind the eye, where the
-    // projection bounds nothing.
-    bool windowBounds(const float lo[3], const float hi[3], double& xMin, double& yMin,
-                      double& xMax, double& yMax) const;
+    // The window point where world point p is seen. False when p is not in
+    // front of the eye, where a perspective camera has no such point.
+    bool windowOf(const TQ3Point3D& p, double& x, double& y) const;
     bool orthographic() const { return ortho; }
 
   private:

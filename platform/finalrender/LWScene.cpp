@@ -100,6 +100,12 @@ void Scene::add(const TQ3XTriangleBatch& in) {
         b.faceNormals.push_back(n);
     }
     if (b.faceNormals.empty()) return;
+    b.lo = b.hi = in.vertices[b.indices[0]].point;
+    for (std::uint32_t i : b.indices) {
+        const TQ3Point3D& q = in.vertices[i].point;
+        b.lo = {std::min(b.lo.x, q.x), std::min(b.lo.y, q.y), std::min(b.lo.z, q.z)};
+        b.hi = {std::max(b.hi.x, q.x), std::max(b.hi.y, q.y), std::max(b.hi.z, q.z)};
+    }
     b.state.texture = nullptr;
     if (in.state->texture && (in.vertices[0].flags & kQ3XVertexHasUV) &&
         q3::textureView(in.state->texture, b.texture)) {
@@ -145,11 +151,8 @@ bool Scene::build(std::string& error) {
             p[3 * i + 1] = q.y;
             p[3 * i + 2] = q.z;
         }
-        for (std::uint32_t i : b.indices) {
-            const TQ3Point3D& q = b.vertices[i].point;
-            lo = std::min({lo, q.x, q.y, q.z});
-            hi = std::max({hi, q.x, q.y, q.z});
-        }
+        lo = std::min({lo, b.lo.x, b.lo.y, b.lo.z});
+        hi = std::max({hi, b.hi.x, b.hi.y, b.hi.z});
         std::copy(b.indices.begin(), b.indices.end(), t);
         rtcSetGeometryUserData(g, &b);
         if (b.state.backfacing == kQ3BackfacingStyleRemove)
@@ -204,21 +207,6 @@ bool Scene::nearest(const float org[3], const float dir[3], float tnear, float t
     rh.ray.flags = 0;
     nearestMany(&rh, 1);
     return hitOf(rh, hit);
-}
-
-bool Scene::bounds(float lo[3], float hi[3]) const {
-    if (!scene || triangles == 0) return false;
-    RTCBounds b;
-    rtcGetSceneBounds(scene, &b);
-    lo[0] = b.lower_x;
-    lo[1] = b.lower_y;
-    lo[2] = b.lower_z;
-    hi[0] = b.upper_x;
-    hi[1] = b.upper_y;
-    hi[2] = b.upper_z;
-    for (int i = 0; i < 3; ++i)
-        if (!std::isfinite(lo[i]) || !std::isfinite(hi[i]) || lo[i] > hi[i]) return false;
-    return true;
 }
 
 void Scene::nearestMany(RTCRayHit* rays, unsigned count) const {

@@ -24,6 +24,7 @@ struct Batch {
     bool seeThrough = false;  // some vertex is not opaque
     bool textured = false;    // a texture is in force and the vertices have UV
     q3::TextureView texture;
+    TQ3Point3D lo{}, hi{}; // the box around the triangles' corners
 };
 
 struct Hit {
@@ -63,9 +64,9 @@ class Scene {
     void transmissionMany(RTCRay* rays, float* out, unsigned count) const;
 
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
+    std::size_t batchCount() const { return batches.size(); }
+    RTCScene handle() const { return scene; }
     std::size_t triangleCount() const { return triangles; }
-    // The box of all triangles once built; false when there is none.
-    bool bounds(float lo[3], float hi[3]) const;
     // A distance that is small against the size of the scene, for moving
     // the start of a ray off the surface it leaves.
     float epsilon() const { return eps; }

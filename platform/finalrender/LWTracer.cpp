@@ -3,24 +3,24 @@
 
 #include "platform/finalrender/LWRayCamera.h"
 #include "platform/finalrender/LWShader.h"
+#include "platform/finalrender/LWTilePlan.h"
 
 #include <embree3/rtcore.h>
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <cmath>
-#include <cstring>
 #include <thread>
 
 namespace lwsl {
 namespace {
 
-constexpr int kTileWidth = 128, kTileHeight = 8; // runs of 128 pixels go to Embree together
-constexpr int kMaxLayers = 32;                   // see-through surfaces followed along one ray
-
-struct ShadeCounters {
-    std::uint64_t shadowRays = 0;
-};
+constexpr int kMaxLayers = 32; // see-through surfaces followed along one ray
+// Samples of a pixel that differ by more than this in a channel (of 1) ask
+// for more: a step of about eight levels of 255.
+constexpr float kDisagreement = 0.03f;
+constexpr auto kReportEvery = std::chrono::milliseconds(100);
 
 struct Premultiplied {
     float r, g, b, a;
@@ -55,11 +55,63 @@ float jitter(std::uint32_t x, std::uint32_t y, std::uint32_t s) {
     return static_cast<float>(h >> 8) * (1.0f / 16777216.0f);
 }
 
+// Where the samples of a pixel lie. Fixed: n by n cells, one jittered
+// sample in each. Adaptive: a grid of m = 2n cells a side, one sample in
+// each cell at a fixed place, so that no two of the m * m samples share a
+// row or a column of the finer m * m grid (an edge at any angle then sees as
+// many steps of coverage as there are samples, with no noise from pixel to
+// pixel). The first n * n samples take one cell in each 2 by 2 block, no two
+// in the same row or column of cells; a pixel whose first samples disagree
+// gets the remaining cells.
+class SamplePattern {
+  public:
+    SamplePattern(unsigned perSide, bool adaptive)
+        : n(std::clamp(perSide, 1u, 8u)), refine(adaptive && n > 1), m(refine ? 2 * n : n) {}
+
+    unsigned firstCount() const { return n * n; }
+    bool refines() const { return refine; }
+    // The cell of the k-th first sample, in the grid of m a side.
+    unsigned firstCell(unsigned k) const {
+        if (!refine) return k;
+        const unsigned i = k % n, j = k / n;
+        return (2 * j + (i & 1)) * m + 2 * i + 1 - (j & 1);
+    }
+    bool isFirst(unsigned cell) const {
+        const unsigned fx = cell % m, fy = cell / m, i = fx / 2, j = fy / 2;
+        return !refine || (fx % 2 == 1 - (j & 1) && fy % 2 == (i & 1));
+    }
+    unsigned cells() const { return m * m; }
+    // The place of a cell's sample in pixel (x, y), 0 to 1 each way.
+    void place(unsigned cell, std::uint32_t x, std::uint32_t y, float& jx, float& jy) const {
+        const unsigned cx = cell % m, cy = cell / m;
+        if (refine) {
+            const auto fine = static_cast<float>(m * m);
+            jx = (static_cast<float>(m * cx + cy) + 0.5f) / fine;
+            jy = (static_cast<float>(m * cy + cx) + 0.5f) / fine;
+        } else if (m == 1) {
+            jx = jy = 0.5f;
+        } else {
+            jx = (static_cast<float>(cx) + jitter(x, y, 2 * cell)) / static_cast<float>(m);
+            jy = (static_cast<float>(cy) + jitter(x, y, 2 * cell + 1)) / static_cast<float>(m);
+        }
+    }
+
+  private:
+    unsigned n;
+    bool refine;
+    unsigned m;
+};
+
+struct WorkerFigures {
+    std::uint64_t primary = 0, shadow = 0, refined = 0;
+};
+
 class Picture {
   public:
     Picture(const Scene& scene, const TQ3XPassInfo& pass, const std::vector<TQ3XLight>& lights,
-            const TraceOptions& options)
-        : scene(scene), pass(pass), options(options), shader(scene, lights, options.shadows) {}
+            const TraceOptions& options, RayTap* tap)
+        : scene(scene), pass(pass), options(options), shader(scene, lights, options.shadows),
+          pattern(options.samplesPerSide, options.adaptive), tap(tap) {}
 
     bool setUp() {
         const TQ3Pixmap& pm = pass.pixmap;
@@ -74,23 +126,13 @@ class Picture {
             return std::isfinite(v) ? std::clamp(static_cast<long>(std::ceil(v)), from, long(n))
                                     : long(n);
         };
-        x0 = lo(pass.window.min.x, pm.width);
-        y0 = lo(pass.window.min.y, pm.height);
-        x1 = hi(pass.window.max.x, x0, pm.width);
-        y1 = hi(pass.window.max.y, y0, pm.height);
+        const long x0 = lo(pass.window.min.x, pm.width);
+        const long y0 = lo(pass.window.min.y, pm.height);
+        const long x1 = hi(pass.window.max.x, x0, pm.width);
+        const long y1 = hi(pass.window.max.y, y0, pm.height);
         dx = std::isfinite(pass.window.min.x) ? pass.window.min.x - x0 : 0;
         dy = std::isfinite(pass.window.min.y) ? pass.window.min.y - y0 : 0;
-        haveRays = camera.setUp(pass);
-        // Samples outside the window rectangle of the scene's box meet
-        // nothing: they take the background without a ray. A pixel's margin
-        // keeps the test on the safe side of rounding.
-        float boxLo[3], boxHi[3];
-        culled = haveRays && scene.bounds(boxLo, boxHi) &&
-                 camera.windowBounds(boxLo, boxHi, sceneX0, sceneY0, sceneX1, sceneY1);
-        sceneX0 -= 1;
-        sceneY0 -= 1;
-        sceneX1 += 1;
-        sceneY1 += 1;
+        const bool haveRays = camera.setUp(pass);
         const TQ3DrawContextData& dc = pass.drawContext;
         clearIt = dc.clearImageMethod == kQ3ClearMethodWithColor;
         const float ca = std::isfinite(dc.clearImageColor.a)
@@ -104,29 +146,38 @@ class Picture {
         clearWord = pack({channel(dc.clearImageColor.r), channel(dc.clearImageColor.g),
                           channel(dc.clearImageColor.b), ca});
         writeAlpha = pm.pixelType == kQ3PixelTypeARGB32;
+        tiles.plan(scene, haveRays ? &camera : nullptr, x0, y0, x1, y1, dx, dy);
         return true;
     }
 
-    void run(TraceFigures& figures) {
-        const long W = x1 - x0, H = y1 - y0;
-        if (W <= 0 || H <= 0) return;
-        const long tilesX = (W + kTileWidth - 1) / kTileWidth,
-                   tilesY = (H + kTileHeight - 1) / kTileHeight;
-        const long tiles = tilesX * tilesY;
+    TraceResult run(TraceFigures& figures, const TraceProgress& progress) {
+        const long count = tiles.count();
+        if (count == 0) return TraceResult::Done;
+        const std::uint64_t total = tiles.tracedPixels();
+        figures.tracedPixels = total;
         unsigned workers = std::clamp(std::thread::hardware_concurrency(), 1u, 64u);
-        workers = static_cast<unsigned>(std::min<long>(workers, tiles));
+        workers = static_cast<unsigned>(std::min<long>(workers, count));
         std::atomic<long> next{0};
-        std::vector<ShadeCounters> counters(workers);
-        std::vector<std::uint64_t> primary(workers, 0);
+        std::atomic<bool> stop{false};
+        std::atomic<std::uint64_t> done{0};
+        std::vector<WorkerFigures> counts(workers);
+        if (tap) tap->begin(scene.handle(), workers);
         auto work = [&](unsigned w) {
             RunBuffers buffers;
-            for (long t = next++; t < tiles; t = next++) {
-                const long tx = x0 + (t % tilesX) * kTileWidth,
-                           ty = y0 + (t / tilesX) * kTileHeight;
-                for (long y = ty; y < std::min(ty + kTileHeight, y1); ++y)
-                    run(y, tx, std::min(tx + kTileWidth, x1), buffers, counters[w], primary[w]);
+            for (long t = next++; t < count && !stop; t = next++) {
+                const Tile tile = tiles.tile(t);
+                const bool any = tile.from < tile.to;
+                const long from = any ? tile.from : tile.x1, to = any ? tile.to : tile.x1;
+                for (long y = tile.y0; y < tile.y1; ++y) {
+                    fillBackground(y, tile.x0, from);
+                    if (any) run(y, from, to, w, buffers, counts[w]);
+                    fillBackground(y, to, tile.x1);
+                }
+                if (any) done += std::uint64_t(to - from) * std::uint64_t(tile.y1 - tile.y0);
+                if (w == 0 && progress) report(progress, done, total, stop);
             }
         };
+        if (progress && !progress(0, total)) return TraceResult::Stopped;
         std::vector<std::thread> threads;
         threads.reserve(workers);
         unsigned started = 1;
@@ -139,16 +190,34 @@ class Picture {
             }
         }
         work(0);
+        // the calling thread has no tiles left: it tells the progress while
+        // the others finish theirs
+        while (progress && !stop && done < total) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            report(progress, done, total, stop);
+        }
         for (std::thread& t : threads)
             t.join();
         figures.threads = started;
-        for (unsigned w = 0; w < workers; ++w) {
-            figures.primaryRays += primary[w];
-            figures.shadowRays += counters[w].shadowRays;
+        for (const WorkerFigures& c : counts) {
+            figures.primaryRays += c.primary;
+            figures.shadowRays += c.shadow;
+            figures.refinedPixels += c.refined;
         }
+        if (stop) return TraceResult::Stopped;
+        if (progress && !progress(total, total)) return TraceResult::Stopped;
+        return TraceResult::Done;
     }
 
   private:
+    void report(const TraceProgress& progress, const std::atomic<std::uint64_t>& done,
+                std::uint64_t total, std::atomic<bool>& stop) {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - lastReport < kReportEvery) return;
+        lastReport = now;
+        if (!progress(std::min<std::uint64_t>(done, total), total)) stop = true;
+    }
+
     std::uint32_t* at(long x, long y) const {
         return reinterpret_cast<std::uint32_t*>(static_cast<unsigned char*>(pass.pixmap.image) +
                                                 static_cast<std::size_t>(y) *
@@ -156,8 +225,38 @@ class Picture {
                x;
     }
 
+    // What lies behind a pixel: the clear colour, or what the pixmap holds.
+    Premultiplied background(std::uint32_t old) const {
+        return unpack(clearIt ? clearWord : (writeAlpha ? old : old | 0xFF000000u));
+    }
+
+    std::uint32_t word(const Premultiplied& c) const {
+        const std::uint32_t out = pack(c);
+        return writeAlpha ? out : (out | 0xFF000000u);
+    }
+
+    // Pixels where no ray can meet the scene: what a ray that misses gives.
+    void fillBackground(long y, long xa, long xb) const {
+        if (xa >= xb) return;
+        std::uint32_t* p = at(xa, y);
+        if (clearIt) {
+            std::fill(p, p + (xb - xa), word(unpack(clearWord)));
+            return;
+        }
+        for (long x = xa; x < xb; ++x, ++p)
+            *p = word(background(*p));
+    }
+
+    // One sample of a pixel of a run: the pixel from the run's start, and
+    // the cell of the pattern.
+    struct Sample {
+        long pixel;
+        unsigned cell;
+    };
+
     // The samples of one run of pixels in a row, traced together.
     struct RunBuffers {
+        std::vector<Sample> samples;
         std::vector<Ray> rays;
         std::vector<RTCRayHit> hits;
         std::vector<long> pixel; // of each ray, from the run's start
@@ -166,18 +265,32 @@ class Picture {
         std::vector<RTCRay> shadow;
         std::vector<std::uint32_t> shadowOf; // surface * lights + light
         std::vector<float> reach, passed;
-        std::vector<Premultiplied> sums, background;
+        std::vector<Premultiplied> sums, background, lo, hi;
+        std::vector<unsigned> taken; // samples of each pixel
     };
 
     // Follows one ray on past its first surface, whose colour is already in
     // (r, g, b, a), through further see-through surfaces.
     void continueRay(const Ray& ray, float tnear, float& r, float& g, float& b, float& a,
-                     ShadeCounters& counters, std::uint64_t& primary) const {
+                     unsigned worker, WorkerFigures& counts) const {
         for (int layer = 1; layer < kMaxLayers && a < 0.999f; ++layer) {
             Hit hit;
-            ++primary;
+            ++counts.primary;
+            if (tap) {
+                RTCRayHit rh{};
+                rh.ray.org_x = ray.org[0];
+                rh.ray.org_y = ray.org[1];
+                rh.ray.org_z = ray.org[2];
+                rh.ray.dir_x = ray.dir[0];
+                rh.ray.dir_y = ray.dir[1];
+                rh.ray.dir_z = ray.dir[2];
+                rh.ray.tnear = tnear;
+                rh.ray.tfar = ray.tfar;
+                rh.ray.mask = 0xFFFFFFFFu;
+                tap->cameraRays(worker, &rh, 1);
+            }
             if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
-            const Shaded s = shader.shade(hit, ray.org, ray.dir, counters.shadowRays);
+            const Shaded s = shader.shade(hit, ray.org, ray.dir, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
@@ -187,71 +300,102 @@ class Picture {
         }
     }
 
-    Premultiplied over(float r, float g, float b, float a, bool covered,
-                       const Premultiplied& bg) const {
+    Premultiplied over(float r, float g, float b, float a, const Premultiplied& bg) const {
         const float rest = 1 - a;
-        if (options.transparencyAffectsAlpha || !covered)
+        if (options.transparencyAffectsAlpha)
             return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, a + rest * bg.a};
         // coverage alone: a surface makes the sample opaque, and what is
         // behind a see-through surface is the background's colour
         return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, 1.0f};
     }
 
-    bool outsideScene(double x, double y) const {
-        return culled && (x < sceneX0 || x > sceneX1 || y < sceneY0 || y > sceneY1);
+    // Adds a sample's colour to its pixel, and to the spread of the pixel's
+    // samples that tells whether it wants more.
+    void add(RunBuffers& w, long i, const Premultiplied& c) const {
+        Premultiplied& sum = w.sums[i];
+        sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b, sum.a + c.a};
+        ++w.taken[i];
+        if (!pattern.refines()) return;
+        Premultiplied &lo = w.lo[i], &hi = w.hi[i];
+        lo = {std::min(lo.r, c.r), std::min(lo.g, c.g), std::min(lo.b, c.b), std::min(lo.a, c.a)};
+        hi = {std::max(hi.r, c.r), std::max(hi.g, c.g), std::max(hi.b, c.b), std::max(hi.a, c.a)};
     }
 
-    void run(long y, long xa, long xb, RunBuffers& w, ShadeCounters& counters,
-             std::uint64_t& primary) const {
-        const unsigned n = std::clamp(options.samplesPerSide, 1u, 8u);
-        const long count = xb - xa;
+    bool disagree(const RunBuffers& w, long i) const {
+        const Premultiplied &lo = w.lo[i], &hi = w.hi[i];
+        return std::max({hi.r - lo.r, hi.g - lo.g, hi.b - lo.b, hi.a - lo.a}) > kDisagreement;
+    }
+
+    void run(long y, long xa, long xb, unsigned worker, RunBuffers& w,
+             WorkerFigures& counts) const {
+        const auto count = static_cast<std::size_t>(xb - xa);
+        w.sums.assign(count, Premultiplied{0, 0, 0, 0});
+        w.taken.assign(count, 0);
+        w.lo.assign(count, Premultiplied{2, 2, 2, 2});
+        w.hi.assign(count, Premultiplied{-1, -1, -1, -1});
+        w.background.resize(count);
+        w.samples.clear();
+        for (std::size_t i = 0; i < count; ++i) {
+            w.background[i] = background(*at(xa + static_cast<long>(i), y));
+            for (unsigned k = 0; k < pattern.firstCount(); ++k)
+                w.samples.push_back({static_cast<long>(i), pattern.firstCell(k)});
+        }
+        traceSamples(y, xa, worker, w, counts);
+        if (pattern.refines()) {
+            w.samples.clear();
+            for (std::size_t i = 0; i < count; ++i) {
+                if (!disagree(w, static_cast<long>(i))) continue;
+                ++counts.refined;
+                for (unsigned cell = 0; cell < pattern.cells(); ++cell)
+                    if (!pattern.isFirst(cell)) w.samples.push_back({static_cast<long>(i), cell});
+            }
+            if (!w.samples.empty()) traceSamples(y, xa, worker, w, counts);
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            const Premultiplied& sum = w.sums[i];
+            const float scale = 1.0f / static_cast<float>(w.taken[i]);
+            *at(xa + static_cast<long>(i), y) =
+                word({sum.r * scale, sum.g * scale, sum.b * scale, sum.a * scale});
+        }
+    }
+
+    // Traces the samples in w.samples and adds their colours to their pixels.
+    void traceSamples(long y, long xa, unsigned worker, RunBuffers& w,
+                      WorkerFigures& counts) const {
         w.rays.clear();
         w.hits.clear();
         w.pixel.clear();
-        w.sums.assign(static_cast<std::size_t>(count), Premultiplied{0, 0, 0, 0});
-        std::vector<Premultiplied>& bg = w.background;
-        bg.resize(static_cast<std::size_t>(count));
-        for (long i = 0; i < count; ++i) {
-            const std::uint32_t old = *at(xa + i, y);
-            bg[i] = unpack(clearIt ? clearWord : (writeAlpha ? old : old | 0xFF000000u));
-            for (unsigned s = 0; s < n * n; ++s) {
-                float jx = 0.5f, jy = 0.5f;
-                if (n > 1) {
-                    const auto x = static_cast<std::uint32_t>(xa + i);
-                    const auto yy = static_cast<std::uint32_t>(y);
-                    jx = (static_cast<float>(s % n) + jitter(x, yy, 2 * s)) / static_cast<float>(n);
-                    jy = (static_cast<float>(s / n) + jitter(x, yy, 2 * s + 1)) /
-                         static_cast<float>(n);
-                }
-                Ray ray;
-                const double wx = static_cast<double>(xa + i) + dx + jx,
-                             wy = static_cast<double>(y) + dy + jy;
-                if (!haveRays || outsideScene(wx, wy) || !camera.rayAt(wx, wy, ray)) {
-                    Premultiplied& sum = w.sums[i];
-                    sum = {sum.r + bg[i].r, sum.g + bg[i].g, sum.b + bg[i].b, sum.a + bg[i].a};
-                    continue;
-                }
-                RTCRayHit rh;
-                rh.ray.org_x = ray.org[0];
-                rh.ray.org_y = ray.org[1];
-                rh.ray.org_z = ray.org[2];
-                rh.ray.dir_x = ray.dir[0];
-                rh.ray.dir_y = ray.dir[1];
-                rh.ray.dir_z = ray.dir[2];
-                rh.ray.tnear = 0;
-                rh.ray.tfar = ray.tfar;
-                rh.ray.time = 0;
-                rh.ray.mask = 0xFFFFFFFFu;
-                rh.ray.id = 0;
-                rh.ray.flags = 0;
-                w.rays.push_back(ray);
-                w.hits.push_back(rh);
-                w.pixel.push_back(i);
+        for (const Sample& s : w.samples) {
+            float jx, jy;
+            pattern.place(s.cell, static_cast<std::uint32_t>(xa + s.pixel),
+                          static_cast<std::uint32_t>(y), jx, jy);
+            Ray ray;
+            if (!camera.rayAt(static_cast<double>(xa + s.pixel) + dx + jx,
+                              static_cast<double>(y) + dy + jy, ray)) {
+                add(w, s.pixel, w.background[s.pixel]);
+                continue;
             }
+            RTCRayHit rh;
+            rh.ray.org_x = ray.org[0];
+            rh.ray.org_y = ray.org[1];
+            rh.ray.org_z = ray.org[2];
+            rh.ray.dir_x = ray.dir[0];
+            rh.ray.dir_y = ray.dir[1];
+            rh.ray.dir_z = ray.dir[2];
+            rh.ray.tnear = 0;
+            rh.ray.tfar = ray.tfar;
+            rh.ray.time = 0;
+            rh.ray.mask = 0xFFFFFFFFu;
+            rh.ray.id = 0;
+            rh.ray.flags = 0;
+            w.rays.push_back(ray);
+            w.hits.push_back(rh);
+            w.pixel.push_back(s.pixel);
         }
         const auto m = static_cast<unsigned>(w.hits.size());
+        if (tap) tap->cameraRays(worker, w.hits.data(), m);
         scene.nearestMany(w.hits.data(), m);
-        primary += m;
+        counts.primary += m;
 
         // the first surface of every ray, and the shadow rays they need
         const std::size_t nl = shader.lightCount();
@@ -281,15 +425,15 @@ class Picture {
                 w.reach[si * nl + li] = r;
             }
         w.passed.resize(w.shadow.size());
+        if (tap) tap->shadowRays(worker, w.shadow.data(), static_cast<unsigned>(w.shadow.size()));
         scene.transmissionMany(w.shadow.data(), w.passed.data(),
                                static_cast<unsigned>(w.shadow.size()));
-        counters.shadowRays += w.shadow.size();
+        counts.shadow += w.shadow.size();
         for (std::size_t j = 0; j < w.shadow.size(); ++j)
             w.reach[w.shadowOf[j]] = w.passed[j];
 
         for (unsigned k = 0; k < m; ++k) {
-            Premultiplied& sum = w.sums[w.pixel[k]];
-            const Premultiplied& back = bg[w.pixel[k]];
+            const Premultiplied& back = w.background[w.pixel[k]];
             Premultiplied c = back;
             if (w.surfaceOf[k] >= 0) {
                 const auto si = static_cast<std::size_t>(w.surfaceOf[k]);
@@ -298,18 +442,11 @@ class Picture {
                 if (a < 0.999f) {
                     const float t = w.hits[k].ray.tfar;
                     continueRay(w.rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
-                                counters, primary);
+                                worker, counts);
                 }
-                c = over(r, g, b, a, true, back);
+                c = over(r, g, b, a, back);
             }
-            sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b, sum.a + c.a};
-        }
-        const float scale = 1.0f / static_cast<float>(n * n);
-        for (long i = 0; i < count; ++i) {
-            const Premultiplied& sum = w.sums[i];
-            const std::uint32_t out =
-                pack({sum.r * scale, sum.g * scale, sum.b * scale, sum.a * scale});
-            *at(xa + i, y) = writeAlpha ? out : (out | 0xFF000000u);
+            add(w, w.pixel[k], c);
         }
     }
 
@@ -317,23 +454,24 @@ class Picture {
     const TQ3XPassInfo& pass;
     const TraceOptions& options;
     Shader shader;
+    SamplePattern pattern;
+    RayTap* tap;
     RayCamera camera;
-    bool haveRays = false, clearIt = true, writeAlpha = true;
-    bool culled = false; // whether the rectangle below bounds the scene
-    double sceneX0 = 0, sceneY0 = 0, sceneX1 = 0, sceneY1 = 0;
+    TilePlan tiles;
+    bool clearIt = true, writeAlpha = true;
     std::uint32_t clearWord = 0;
-    long x0 = 0, y0 = 0, x1 = 0, y1 = 0;
     double dx = 0, dy = 0;
+    std::chrono::steady_clock::time_point lastReport{};
 };
 
 } // namespace
 
-bool trace(const Scene& scene, const TQ3XPassInfo& pass, const std::vector<TQ3XLight>& lights,
-           const TraceOptions& options, TraceFigures& figures) {
-    Picture picture(scene, pass, lights, options);
-    if (!picture.setUp()) return false;
-    picture.run(figures);
-    return true;
+TraceResult trace(const Scene& scene, const TQ3XPassInfo& pass,
+                  const std::vector<TQ3XLight>& lights, const TraceOptions& options,
+                  TraceFigures& figures, const TraceProgress& progress, RayTap* tap) {
+    Picture picture(scene, pass, lights, options, tap);
+    if (!picture.setUp()) return TraceResult::NoTarget;
+    return picture.run(figures, progress);
 }
 
 } // namespace lwsl

@@ -3,6 +3,7 @@
 // picture into the draw context's pixmap.
 #include "platform/finalrender/LightWorksSL.h"
 
+#include "platform/finalrender/LWRayTap.h"
 #include "platform/finalrender/LWScene.h"
 #include "platform/finalrender/LWTracer.h"
 #include "platform/qd3d/Q3Internal.h"
@@ -51,11 +52,11 @@ class Renderer {
         return kQ3Success;
     }
 
-    TQ3ViewStatus endPass() {
+    TQ3ViewStatus endPass(TQ3ViewObject view) {
         ThreadPoolEnd poolEnd;
         TQ3ViewStatus status = kQ3ViewStatusError;
         try {
-            status = renderPicture();
+            status = renderPicture(view);
         } catch (...) {
             q3::postError(kQ3ErrorOutOfMemory);
         }
@@ -63,7 +64,7 @@ class Renderer {
         return status;
     }
 
-    TQ3ViewStatus renderPicture() {
+    TQ3ViewStatus renderPicture(TQ3ViewObject view) {
         using Clock = std::chrono::steady_clock;
         figures = {};
         auto t0 = Clock::now();
@@ -74,20 +75,29 @@ class Renderer {
         }
         auto t1 = Clock::now();
         TraceFigures traced;
-        const bool drawn =
-            pass.pixmap.image == nullptr || trace(scene, pass, lights, options, traced);
+        const TraceProgress progress = [view](std::uint64_t done, std::uint64_t total) {
+            // in units the method's 32 bits can hold
+            const std::uint64_t unit = total / 0xFFFFFFFFu + 1;
+            return Q3XView_IdleProgress(view, static_cast<TQ3Uns32>(done / unit),
+                                        static_cast<TQ3Uns32>(total / unit)) == kQ3Success;
+        };
+        const TraceResult result = pass.pixmap.image == nullptr
+                                       ? TraceResult::Done
+                                       : trace(scene, pass, lights, options, traced, progress, tap);
         auto t2 = Clock::now();
         figures.primaryRays = static_cast<double>(traced.primaryRays);
         figures.shadowRays = static_cast<double>(traced.shadowRays);
+        figures.tracedPixels = static_cast<double>(traced.tracedPixels);
+        figures.refinedPixels = static_cast<double>(traced.refinedPixels);
         figures.triangles = static_cast<double>(scene.triangleCount());
         figures.buildSeconds = std::chrono::duration<double>(t1 - t0).count();
         figures.renderSeconds = std::chrono::duration<double>(t2 - t1).count();
         figures.threads = traced.threads;
-        if (!drawn) {
+        if (result == TraceResult::NoTarget) {
             q3::postError(kQ3ErrorUnsupportedPixelType);
             return kQ3ViewStatusError;
         }
-        return kQ3ViewStatusDone;
+        return result == TraceResult::Stopped ? kQ3ViewStatusCancelled : kQ3ViewStatusDone;
     }
 
     Scene scene;
@@ -95,6 +105,7 @@ class Renderer {
     std::vector<TQ3XLight> lights;
     TraceOptions options;
     TQ3LightWorksSLStatistics figures{};
+    RayTap* tap = nullptr;
 };
 
 Renderer* self(void* p) {
@@ -128,7 +139,7 @@ TQ3XRendererMethods makeMethods() {
     };
     // Lines, points and markers are guides of the editor, not part of a
     // finished picture: the ray tracer leaves them out.
-    m.endPass = [](void* p, TQ3ViewObject) { return self(p)->endPass(); };
+    m.endPass = [](void* p, TQ3ViewObject view) { return self(p)->endPass(view); };
     m.cancelPass = [](void* p) { self(p)->scene.clear(); };
     return m;
 }
@@ -218,6 +229,24 @@ TQ3Status Q3LightWorks_SL_GetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32
     return kQ3Success;
 }
 
+TQ3Status Q3LightWorks_SL_SetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    r->options.adaptive = flag != kQ3False;
+    return kQ3Success;
+}
+
+TQ3Status Q3LightWorks_SL_GetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean* flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (!flag) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return kQ3Failure;
+    }
+    *flag = r->options.adaptive ? kQ3True : kQ3False;
+    return kQ3Success;
+}
+
 TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows) {
     Renderer* r = instanceOf(renderer);
     if (!r) return kQ3Failure;
@@ -238,3 +267,14 @@ TQ3Status Q3LightWorks_SL_GetStatistics(TQ3RendererObject renderer,
 }
 
 } // extern "C"
+
+namespace lwsl {
+
+bool SetRayTap(TQ3RendererObject renderer, RayTap* tap) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return false;
+    r->tap = tap;
+    return true;
+}
+
+} // namespace lwsl

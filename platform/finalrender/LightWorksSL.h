@@ -31,17 +31,27 @@ TQ3Status Q3LightWorks_SL_SetTransparencyAffectsAlpha(TQ3RendererObject renderer
 TQ3Status Q3LightWorks_SL_GetTransparencyAffectsAlpha(TQ3RendererObject renderer, TQ3Boolean* flag);
 
 /* Anti-aliasing: samplesPerSide by samplesPerSide jittered samples in each
- * pixel, 1 to 8; 1 samples the pixel's centre. 3 in a new renderer. */
+ * pixel, 1 to 8; 1 samples the pixel's centre. 2 in a new renderer. */
 TQ3Status Q3LightWorks_SL_SetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32 samplesPerSide);
 TQ3Status Q3LightWorks_SL_GetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32* samplesPerSide);
+
+/* With the flag set, a pixel whose samples disagree (an edge, the rim of a
+ * shadow) gets twice as many a side: 4 become 16 by default. Flat areas keep
+ * the first samples. On in a new renderer; it needs 2 samples a side or more. */
+TQ3Status Q3LightWorks_SL_SetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean flag);
+TQ3Status Q3LightWorks_SL_GetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean* flag);
 
 /* Shadows from the lights that cast them: on in a new renderer. */
 TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows);
 
-/* Figures of the renderer's last picture. */
+/* Figures of the renderer's last picture. Rays are traced only where the
+ * scene can be seen; the other pixels get the background at once. The view's
+ * idle progress method is told how many of the traced pixels are done. */
 typedef struct TQ3LightWorksSLStatistics {
     double primaryRays;   /* camera rays, one per surface layer crossed */
     double shadowRays;    /* rays towards lights */
+    double tracedPixels;  /* pixels where the scene can be seen */
+    double refinedPixels; /* pixels that got more samples */
     double triangles;     /* triangles in the picture's scene */
     double buildSeconds;  /* building the ray tracing structure */
     double renderSeconds; /* tracing, shading and writing the pixels */

@@ -573,6 +573,14 @@ TQ3Status Q3View_SetIdleProgressMethod(TQ3ViewObject v, TQ3ViewIdleProgressMetho
     return kQ3Success;
 }
 
+TQ3Status Q3XView_IdleProgress(TQ3ViewObject v, TQ3Uns32 current, TQ3Uns32 completed) {
+    View* x = view(v);
+    if (!x) return kQ3Failure;
+    if (!x->idleMethod) return kQ3Success;
+    return x->idleMethod(v, x->idleData, current, completed) == kQ3Success ? kQ3Success
+                                                                           : kQ3Failure;
+}
+
 TQ3Status Q3View_StartRendering(TQ3ViewObject v) {
     View* x = view(v);
     return x ? x->start(Mode::Rendering) : kQ3Failure;

@@ -158,6 +158,14 @@ TQ3XObjectClass Q3XRendererClass_Register(TQ3ObjectType type, const char* classN
 /* The instance data of a renderer object of a registered class. */
 void* Q3XRenderer_GetInstance(TQ3RendererObject renderer);
 
+/* Tells the view's idle progress method how far a long pass has come:
+ * current of completed units of work. A renderer calls it now and then from
+ * the thread that ends the pass, never from a worker. Answers kQ3Failure when
+ * the method asks to stop; the renderer then gives up the picture and its
+ * endPass answers kQ3ViewStatusCancelled. With no method set it answers
+ * kQ3Success. */
+TQ3Status Q3XView_IdleProgress(TQ3ViewObject view, TQ3Uns32 current, TQ3Uns32 completed);
+
 /* Reads a pixel of a pixmap texture at (u, v) with bilinear filtering and
  * the boundary modes; answers opaque white for a NULL texture. Worker
  * threads of a renderer may call it while the pass waits in endPass; no

@@ -23,8 +23,12 @@ typedef enum TQ3ComputeBounds {
     kQ3ComputeBoundsApproximate = 1
 } TQ3ComputeBounds;
 
-typedef TQ3Status (*TQ3ViewIdleProgressMethod)(TQ3ViewObject view, TQ3Uns32 current,
-                                               TQ3Uns32 completed);
+/* Called during a long rendering pass with the units of work done so far
+ * (current) of all (completed); answering kQ3Failure stops the pass, which
+ * then ends with kQ3ViewStatusCancelled. idlerData is what the method was set
+ * with. */
+typedef TQ3Status (*TQ3ViewIdleProgressMethod)(TQ3ViewObject view, const void* idlerData,
+                                               TQ3Uns32 current, TQ3Uns32 completed);
 
 TQ3ViewObject Q3View_New(void);
 /* The camera, light group, draw context and renderer are held with a

@@ -20,6 +20,7 @@ TQ3RendererObject useFinalRenderer(q3test::TestView& view, unsigned samplesPerSi
     TQ3RendererObject r = Q3Renderer_NewFromType(Q3LightWorks_SL_GetRendererType());
     EXPECT_NE(r, nullptr);
     EXPECT_EQ(Q3LightWorks_SL_SetSamplesPerSide(r, samplesPerSide), kQ3Success);
+    EXPECT_EQ(Q3LightWorks_SL_SetAdaptiveSamples(r, kQ3False), kQ3Success);
     EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(r, transparencyAffectsAlpha ? kQ3True
                                                                                       : kQ3False),
               kQ3Success);

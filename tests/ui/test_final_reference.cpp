@@ -30,6 +30,7 @@ QImage RenderDocument(VZarbesoDocument& document) {
     EXPECT_NE(final, nullptr);
     if (final) {
         EXPECT_EQ(Q3LightWorks_SL_SetSamplesPerSide(final->object, 3), kQ3Success);
+        EXPECT_EQ(Q3LightWorks_SL_SetAdaptiveSamples(final->object, kQ3False), kQ3Success);
     }
     document.RenderScene(false);
     // Premultiplied words kept as they are: the file holds them exactly.
