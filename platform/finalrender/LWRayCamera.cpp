@@ -58,7 +58,15 @@ bool invert(const M4 in, M4 out) {
 
 bool RayCamera::setUp(const TQ3XPassInfo& pass) {
     multiply(pass.worldToView, pass.viewToFrustum, forward);
+    M4 inverse;
     if (!invert(forward, inverse)) return false;
+    // frustum z is 0 at hither and -1 at yon
+    for (int j = 0; j < 4; ++j) {
+        at[0][j] = static_cast<float>(inverse[3][j]);
+        at[1][j] = static_cast<float>(inverse[3][j] - inverse[2][j]);
+        acrossX[j] = static_cast<float>(inverse[0][j]);
+        acrossY[j] = static_cast<float>(inverse[1][j]);
+    }
     fx = pass.frustumToWindow.value[0][0];
     fy = pass.frustumToWindow.value[1][1];
     ox = pass.frustumToWindow.value[3][0];
@@ -69,26 +77,26 @@ bool RayCamera::setUp(const TQ3XPassInfo& pass) {
 }
 
 bool RayCamera::rayAt(double x, double y, Ray& ray) const {
-    const double nx = (x - ox) / fx, ny = (y - oy) / fy;
-    // frustum z is 0 at hither and -1 at yon
-    double p[2][3];
+    const auto nx = static_cast<float>((x - ox) / fx), ny = static_cast<float>((y - oy) / fy);
+    float p[2][3];
     for (int k = 0; k < 2; ++k) {
-        const double z = k == 0 ? 0.0 : -1.0;
-        double h[4];
+        float h[4];
         for (int j = 0; j < 4; ++j)
-            h[j] = nx * inverse[0][j] + ny * inverse[1][j] + z * inverse[2][j] + inverse[3][j];
-        if (!(std::fabs(h[3]) > 1e-300)) return false;
+            h[j] = at[k][j] + nx * acrossX[j] + ny * acrossY[j];
+        if (!(std::fabs(h[3]) > 1e-30f)) return false;
+        const float w = 1 / h[3];
         for (int j = 0; j < 3; ++j)
-            p[k][j] = h[j] / h[3];
+            p[k][j] = h[j] * w;
     }
-    double d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
-    double len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+    const float d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
+    const float len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
     if (!(len > 0) || !std::isfinite(len)) return false;
+    const float inv = 1 / len;
     for (int j = 0; j < 3; ++j) {
-        ray.org[j] = static_cast<float>(p[0][j]);
-        ray.dir[j] = static_cast<float>(d[j] / len);
+        ray.org[j] = p[0][j];
+        ray.dir[j] = d[j] * inv;
     }
-    ray.tfar = static_cast<float>(len);
+    ray.tfar = len;
     return std::isfinite(ray.org[0]) && std::isfinite(ray.org[1]) && std::isfinite(ray.org[2]);
 }
 

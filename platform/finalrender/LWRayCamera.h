@@ -27,9 +27,12 @@ class RayCamera {
 
   private:
     double forward[4][4]{}; // world to frustum
-    double inverse[4][4]{}; // frustum to world
-    double fx = 1, fy = 1;  // window scale
-    double ox = 0, oy = 0;  // window offset
+    // Frustum to world in the form rays are made in: the homogeneous point
+    // at frustum (nx, ny) on the hither (k = 0) or yon (k = 1) plane is
+    // at[k] + nx * acrossX + ny * acrossY.
+    float at[2][4]{}, acrossX[4]{}, acrossY[4]{};
+    double fx = 1, fy = 1; // window scale
+    double ox = 0, oy = 0; // window offset
     bool ortho = false;
 };
 

@@ -35,28 +35,29 @@ void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Sur
     const float w1 = hit.u, w2 = hit.v, w0 = 1 - w1 - w2;
     const TQ3XDrawState& d = b.state;
     s.batch = &b;
-    s.at = v0;
+    TQ3Vector3D N;
     if (d.interpolation == kQ3InterpolationStyleNone) {
         // flat: the face normal and the first corner's attributes
-        s.at.normal = {hit.ng[0], hit.ng[1], hit.ng[2]};
+        N = {hit.ng[0], hit.ng[1], hit.ng[2]};
+        s.base = v0.diffuse;
+        s.specular = v0.specular;
+        s.specularControl = v0.specularControl;
+        s.ambient = v0.ambientCoefficient;
     } else {
-        s.at.normal = {mix(v0.normal.x, v1.normal.x, v2.normal.x, w0, w1, w2),
-                       mix(v0.normal.y, v1.normal.y, v2.normal.y, w0, w1, w2),
-                       mix(v0.normal.z, v1.normal.z, v2.normal.z, w0, w1, w2)};
-        s.at.diffuse = mixColour(v0.diffuse, v1.diffuse, v2.diffuse, w0, w1, w2);
-        s.at.specular = mixColour(v0.specular, v1.specular, v2.specular, w0, w1, w2);
-        s.at.specularControl =
+        N = {mix(v0.normal.x, v1.normal.x, v2.normal.x, w0, w1, w2),
+             mix(v0.normal.y, v1.normal.y, v2.normal.y, w0, w1, w2),
+             mix(v0.normal.z, v1.normal.z, v2.normal.z, w0, w1, w2)};
+        s.base = mixColour(v0.diffuse, v1.diffuse, v2.diffuse, w0, w1, w2);
+        s.specular = mixColour(v0.specular, v1.specular, v2.specular, w0, w1, w2);
+        s.specularControl =
             mix(v0.specularControl, v1.specularControl, v2.specularControl, w0, w1, w2);
-        s.at.ambientCoefficient =
+        s.ambient =
             mix(v0.ambientCoefficient, v1.ambientCoefficient, v2.ambientCoefficient, w0, w1, w2);
     }
-    s.at.uv = {mix(v0.uv.u, v1.uv.u, v2.uv.u, w0, w1, w2),
-               mix(v0.uv.v, v1.uv.v, v2.uv.v, w0, w1, w2)};
-    s.at.point = {org[0] + hit.t * dir[0], org[1] + hit.t * dir[1], org[2] + hit.t * dir[2]};
+    s.point = {org[0] + hit.t * dir[0], org[1] + hit.t * dir[1], org[2] + hit.t * dir[2]};
     s.alpha = clamp01(mix(b.alpha[t[0]], b.alpha[t[1]], b.alpha[t[2]], w0, w1, w2));
     std::copy(hit.ng, hit.ng + 3, s.ng);
 
-    TQ3Vector3D N = s.at.normal;
     float len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
     if (!(len > 1e-12f) || !std::isfinite(len)) {
         N = {hit.ng[0], hit.ng[1], hit.ng[2]};
@@ -67,13 +68,14 @@ void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Sur
     s.V = {-dir[0], -dir[1], -dir[2]};
     if (d.backfacing == kQ3BackfacingStyleFlip && N.x * s.V.x + N.y * s.V.y + N.z * s.V.z < 0)
         N = {-N.x, -N.y, -N.z};
-    s.at.normal = N;
+    s.normal = N;
     s.receives =
         shadows && d.receiveShadows != kQ3False && d.illumination != kQ3IlluminationTypeNULL;
 
-    s.base = s.at.diffuse;
     if (b.textured) {
-        const TQ3ColorARGB tc = q3::sampleTexture(b.texture, s.at.uv.u, s.at.uv.v);
+        const float u = mix(v0.uv.u, v1.uv.u, v2.uv.u, w0, w1, w2),
+                    v = mix(v0.uv.v, v1.uv.v, v2.uv.v, w0, w1, w2);
+        const TQ3ColorARGB tc = q3::sampleTexture(b.texture, u, v);
         s.base = {tc.r, tc.g, tc.b};
         s.alpha *= clamp01(tc.a);
     }
@@ -82,7 +84,7 @@ void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Sur
 float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
     const TQ3XLight& l = lights[li];
     if (!s.receives || !l.castsShadows || l.type == kQ3LightTypeAmbient) return 1;
-    const TQ3Point3D& p = s.at.point;
+    const TQ3Point3D& p = s.point;
     float dir[3];
     float far;
     if (l.type == kQ3LightTypeDirectional) {
@@ -100,7 +102,7 @@ float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
             c /= d;
         far = d * (1 - 1e-4f);
     }
-    const TQ3Vector3D& N = s.at.normal;
+    const TQ3Vector3D& N = s.normal;
     // a light that does not face the point adds nothing: no ray for it
     if (!(N.x * dir[0] + N.y * dir[1] + N.z * dir[2] > 0)) return 0;
     // leave the surface on the side the light is on
@@ -121,23 +123,75 @@ float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
     return -1;
 }
 
+// The lighting equation of the interactive renderer for one light, in the
+// same steps, so that both renderers give a point the same colour. Spot
+// lights, which are rare, go through the equation itself.
+void Shader::addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB& D,
+                      TQ3ColorRGB& S) const {
+    const TQ3XLight& l = lights[li];
+    const TQ3XDrawState& d = s.batch->state;
+    if (l.type == kQ3LightTypeAmbient) {
+        const float k = l.brightness * s.ambient;
+        D.r += reach * (k * l.color.r);
+        D.g += reach * (k * l.color.g);
+        D.b += reach * (k * l.color.b);
+        return;
+    }
+    if (l.type != kQ3LightTypeDirectional && l.type != kQ3LightTypePoint) {
+        TQ3XVertex at{};
+        at.point = s.point;
+        at.normal = s.normal;
+        at.specular = s.specular;
+        at.specularControl = s.specularControl;
+        at.ambientCoefficient = s.ambient;
+        const q3::LightTerms terms =
+            q3::lightVertex(d.illumination, &l, 1, s.point, s.normal, s.V, at);
+        D.r += reach * terms.diffuse.r;
+        D.g += reach * terms.diffuse.g;
+        D.b += reach * terms.diffuse.b;
+        S.r += reach * terms.specular.r;
+        S.g += reach * terms.specular.g;
+        S.b += reach * terms.specular.b;
+        return;
+    }
+    TQ3Vector3D L;
+    float strength = l.brightness;
+    if (l.type == kQ3LightTypeDirectional) {
+        L = {-l.direction.x, -l.direction.y, -l.direction.z};
+    } else {
+        L = {l.location.x - s.point.x, l.location.y - s.point.y, l.location.z - s.point.z};
+        const float dist = std::sqrt(L.x * L.x + L.y * L.y + L.z * L.z);
+        if (!(dist > 0)) return;
+        L = {L.x / dist, L.y / dist, L.z / dist};
+        if (l.attenuation == kQ3AttenuationTypeInverseDistance)
+            strength /= std::max(dist, 1e-6f);
+        else if (l.attenuation == kQ3AttenuationTypeInverseDistanceSquared)
+            strength /= std::max(dist * dist, 1e-12f);
+    }
+    const TQ3Vector3D& N = s.normal;
+    const float nl = N.x * L.x + N.y * L.y + N.z * L.z;
+    if (nl <= 0) return;
+    const float k = strength * nl;
+    D.r += reach * (k * l.color.r);
+    D.g += reach * (k * l.color.g);
+    D.b += reach * (k * l.color.b);
+    if (d.illumination != kQ3IlluminationTypePhong) return;
+    const TQ3Vector3D R{2 * nl * N.x - L.x, 2 * nl * N.y - L.y, 2 * nl * N.z - L.z};
+    const float rv = R.x * s.V.x + R.y * s.V.y + R.z * s.V.z;
+    if (!(rv > 0)) return;
+    const float p = strength * q3::specularPower(rv, s.specularControl);
+    S.r += reach * (p * l.color.r * s.specular.r);
+    S.g += reach * (p * l.color.g * s.specular.g);
+    S.b += reach * (p * l.color.b * s.specular.b);
+}
+
 Shaded Shader::finish(const Surface& s, const float* reach) const {
     const TQ3XDrawState& d = s.batch->state;
     TQ3ColorRGB L{1, 1, 1}, S{0, 0, 0}; // null illumination shows the plain colour
     if (d.illumination != kQ3IlluminationTypeNULL) {
         L = {0, 0, 0};
-        for (std::size_t li = 0; li < lights.size(); ++li) {
-            const float k = reach[li];
-            if (!(k > 0)) continue;
-            const q3::LightTerms terms =
-                q3::lightVertex(d.illumination, &lights[li], 1, s.at.point, s.at.normal, s.V, s.at);
-            L.r += k * terms.diffuse.r;
-            L.g += k * terms.diffuse.g;
-            L.b += k * terms.diffuse.b;
-            S.r += k * terms.specular.r;
-            S.g += k * terms.specular.g;
-            S.b += k * terms.specular.b;
-        }
+        for (std::size_t li = 0; li < lights.size(); ++li)
+            if (reach[li] > 0) addLight(s, li, reach[li], L, S);
     }
     return {clamp01(s.base.r * L.r + S.r), clamp01(s.base.g * L.g + S.g),
             clamp01(s.base.b * L.b + S.b), clamp01(s.alpha)};

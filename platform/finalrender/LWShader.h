@@ -22,13 +22,17 @@ struct Shaded {
 
 // A hit point with its attributes, ready for lighting.
 struct Surface {
-    TQ3XVertex at;      // attributes, point and unit normal (facing as the style says)
-    TQ3Vector3D V;      // towards the eye
-    float ng[3];        // face normal
-    TQ3ColorRGB base;   // diffuse or texel colour
-    float alpha;        // opacity
-    const Batch* batch; // the draw state
-    bool receives;      // shadows are traced for it
+    TQ3Point3D point;
+    TQ3Vector3D normal;    // unit, facing as the style says
+    TQ3Vector3D V;         // towards the eye
+    float ng[3];           // face normal
+    TQ3ColorRGB base;      // diffuse or texel colour
+    TQ3ColorRGB specular;  // specular colour
+    float specularControl; // Phong exponent
+    float ambient;         // ambient coefficient
+    float alpha;           // opacity
+    const Batch* batch;    // the draw state
+    bool receives;         // shadows are traced for it
 };
 
 class Shader {
@@ -51,6 +55,11 @@ class Shader {
     std::size_t lightCount() const { return lights.size(); }
 
   private:
+    // The light that light li gives the surface, with reach the part that
+    // gets to it, added to the diffuse sum D and the specular sum S.
+    void addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB& D,
+                  TQ3ColorRGB& S) const;
+
     const Scene& scene;
     const std::vector<TQ3XLight>& lights;
     bool shadows;

@@ -6,9 +6,7 @@
 
 namespace q3 {
 
-namespace {
-// x^e for x in (0, 1]; whole exponents by squaring, which is the usual case
-float power(float x, float e) {
+float specularPower(float x, float e) {
     if (!(e > 0)) return 1.0f;
     if (e <= 64 && e == std::floor(e)) {
         auto n = static_cast<unsigned>(e);
@@ -22,7 +20,6 @@ float power(float x, float e) {
     }
     return std::pow(x, e);
 }
-} // namespace
 
 LightTerms lightVertex(TQ3ObjectType illumination, const TQ3XLight* lights, TQ3Uns32 numLights,
                        const TQ3Point3D& P, const TQ3Vector3D& N, const TQ3Vector3D& V,
@@ -88,7 +85,7 @@ LightTerms lightVertex(TQ3ObjectType illumination, const TQ3XLight* lights, TQ3U
             TQ3Vector3D R{2 * nl * N.x - L.x, 2 * nl * N.y - L.y, 2 * nl * N.z - L.z};
             float rv = R.x * V.x + R.y * V.y + R.z * V.z;
             if (rv > 0) {
-                float s = strength * power(rv, vertex.specularControl);
+                float s = strength * specularPower(rv, vertex.specularControl);
                 t.specular.r += s * l.color.r * vertex.specular.r;
                 t.specular.g += s * l.color.g * vertex.specular.g;
                 t.specular.b += s * l.color.b * vertex.specular.b;

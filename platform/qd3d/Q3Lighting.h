@@ -20,4 +20,8 @@ LightTerms lightVertex(TQ3ObjectType illumination, const TQ3XLight* lights, TQ3U
                        const TQ3Point3D& P, const TQ3Vector3D& N, const TQ3Vector3D& V,
                        const TQ3XVertex& vertex);
 
+// x^e for x in (0, 1], as the specular term takes it: whole exponents up to
+// 64 by squaring, which is the usual case.
+float specularPower(float x, float e);
+
 } // namespace q3
