@@ -254,15 +254,35 @@ OSErr FilterHost::AdvanceState() {
     }
     if (inBytes + outBytes > int64_t(r.maxSpace)) return memFullErr;
 
+    // Where the layout allows it, the buffers are the images themselves: the
+    // source as inData, the destination as outData, so that a large image is
+    // not held twice more and nothing is copied.
+    const bool sameLayout = source_.model != ColourModel::CMYK;
+    if (wantIn && sameLayout && r.inputRate == 0x10000 && r.inLoPlane == 0 &&
+        r.inHiPlane == planes - 1 && in.top >= 0 && in.left >= 0 && in.bottom <= source_.height &&
+        in.right <= source_.width) {
+        r.inData = source_.Pixel(in.top, in.left);
+        r.inRowBytes = int32(source_.RowBytes());
+        inBytes = 0;
+    }
+    const bool outDirect = wantOut && sameLayout && !protectedAlpha_ && r.outLoPlane == 0 &&
+                           r.outHiPlane == planes - 1 && out.top >= selection_.top &&
+                           out.left >= selection_.left && out.bottom <= selection_.bottom &&
+                           out.right <= selection_.right;
+    if (outDirect) {
+        r.outData = destination_.Pixel(out.top, out.left);
+        r.outRowBytes = int32(destination_.RowBytes());
+        outBytes = 0;
+    }
     try {
-        if (wantIn) {
+        if (wantIn && inBytes > 0) {
             inBuffer_.resize(size_t(inBytes));
             const int64_t rowBytes = int64_t(in.right - in.left) * (r.inHiPlane - r.inLoPlane + 1);
             FillInput(in, r.inLoPlane, r.inHiPlane, inBuffer_.data(), rowBytes);
             r.inData = inBuffer_.data();
             r.inRowBytes = int32(rowBytes);
         }
-        if (wantOut) {
+        if (wantOut && !outDirect) {
             out_.rect = VRect{out.top, out.left, out.bottom, out.right};
             out_.lo = r.outLoPlane;
             out_.hi = r.outHiPlane;

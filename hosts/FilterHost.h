@@ -7,6 +7,10 @@
 // writes the outData of the previous call back into the destination (for the
 // rectangle and planes it was made for, clipped to the selection), then makes
 // fresh interleaved buffers for the rectangles and planes now asked for.
+// Where a request has the images' own layout (all planes, full rate, RGB,
+// inside the image and, for the output, inside the selection) the buffers
+// are the images themselves: inData points into the source and outData into
+// the destination, which then changes as the filter writes.
 //
 // CMYK in the buffers is stored inverted, 255 = no ink, as image editors have
 // long handed CMYK to filters: planes 0 to 2 then read roughly as red, green

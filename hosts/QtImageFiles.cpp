@@ -155,20 +155,7 @@ bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& ext
     }
     const bool alpha = read.hasAlphaChannel();
     const QImageIOHandler::Transformations turn = reader.transformation();
-    const QImage pixels = Upright(
-        read.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888), turn);
-    if (pixels.isNull()) {
-        error = path + ": out of memory while converting the image";
-        return false;
-    }
-    HostImage made;
-    if (!MakeImage(pixels.width(), pixels.height(), ColourModel::RGB, alpha, made, error)) {
-        error = path + ": " + error;
-        return false;
-    }
-    for (int row = 0; row < made.height; ++row)
-        std::memcpy(made.Pixel(row, 0), pixels.constScanLine(row), made.RowBytes());
-    image = std::move(made);
+    // what the file says besides pixels, before turning drops it
     extras.dpiX = read.dotsPerMeterX() * kMetresPerInch;
     extras.dpiY = read.dotsPerMeterY() * kMetresPerInch;
     if (turn & QImageIOHandler::TransformationRotate90) std::swap(extras.dpiX, extras.dpiY);
@@ -176,6 +163,27 @@ bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& ext
     extras.iccProfile.assign(icc.begin(), icc.end());
     if (MoreThan8Bits(read.format()) || MoreThan8Bits(stored))
         extras.notes.push_back(kDeepImageNote);
+    if (turn != QImageIOHandler::TransformationNone) read = Upright(read, turn);
+    const QImage::Format format = alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888;
+    HostImage made;
+    if (!MakeImage(read.width(), read.height(), ColourModel::RGB, alpha, made, error)) {
+        error = path + ": " + error;
+        return false;
+    }
+    // Converted a band of rows at a time, so that a large image is not held
+    // a third time in the middle.
+    constexpr int kBand = 256;
+    for (int top = 0; top < made.height; top += kBand) {
+        const int rows = std::min(kBand, made.height - top);
+        const QImage band = read.copy(0, top, made.width, rows).convertToFormat(format);
+        if (band.isNull()) {
+            error = path + ": out of memory while converting the image";
+            return false;
+        }
+        for (int row = 0; row < rows; ++row)
+            std::memcpy(made.Pixel(top + row, 0), band.constScanLine(row), made.RowBytes());
+    }
+    image = std::move(made);
     return true;
 }
 
@@ -188,23 +196,28 @@ bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostIma
     // JPEG holds no transparency: a layer is flattened over white, as an
     // editor does when it exports a layer to a format without alpha.
     const bool keepAlpha = image.hasAlpha && format == ImageFormat::PNG;
-    QImage out(image.width, image.height,
-               keepAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
-    if (out.isNull()) {
-        error = path + ": out of memory for the image to write";
-        return false;
-    }
-    for (int row = 0; row < image.height; ++row) {
-        uchar* dst = out.scanLine(row);
-        const uint8_t* src = image.Pixel(row, 0);
-        if (keepAlpha || !image.hasAlpha) {
-            std::memcpy(dst, src, image.RowBytes());
-            continue;
+    QImage out;
+    if (keepAlpha || !image.hasAlpha) {
+        // the image's own rows, with no copy; the writer only reads them, and
+        // over memory it may write to, setting the resolution below does not
+        // copy them either
+        out = QImage(const_cast<uint8_t*>(image.pixels.data()), image.width, image.height,
+                     qsizetype(image.RowBytes()),
+                     keepAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    } else {
+        out = QImage(image.width, image.height, QImage::Format_RGB888);
+        if (out.isNull()) {
+            error = path + ": out of memory for the image to write";
+            return false;
         }
-        for (int col = 0; col < image.width; ++col, src += 4, dst += 3) {
-            const unsigned a = src[3];
-            for (int k = 0; k < 3; ++k)
-                dst[k] = uchar((src[k] * a + 255u * (255u - a) + 127u) / 255u);
+        for (int row = 0; row < image.height; ++row) {
+            uchar* dst = out.scanLine(row);
+            const uint8_t* src = image.Pixel(row, 0);
+            for (int col = 0; col < image.width; ++col, src += 4, dst += 3) {
+                const unsigned a = src[3];
+                for (int k = 0; k < 3; ++k)
+                    dst[k] = uchar((src[k] * a + 255u * (255u - a) + 127u) / 255u);
+            }
         }
     }
     if (extras.dpiX > 0 && extras.dpiY > 0) {
