@@ -33,6 +33,11 @@ void DCameraObject::SetRange(float hither, float yon) {
     CheckStatus(Q3Camera_SetRange(object, &data.range));
 }
 
+void DCameraObject::SetViewPort(const TQ3CameraViewPort& viewPort) {
+    data.viewPort = viewPort;
+    CheckStatus(Q3Camera_SetViewPort(object, &data.viewPort));
+}
+
 void DCameraObject::Zoom(float scale) {
     if (!UsableFactor(scale)) return;
     TQ3CameraPlacement& p = data.placement;

@@ -32,6 +32,9 @@ class DCameraObject : public DShapeObject {
     void SetPlacement(const TQ3Point3D& location, const TQ3Point3D& pointOfInterest,
                       const TQ3Vector3D& up);
     void SetRange(float hither, float yon);
+    // The part of the camera's view that fills the pane, in frustum
+    // coordinates: all of it is origin (-1, 1), width and height 2.
+    void SetViewPort(const TQ3CameraViewPort& viewPort);
     const TQ3CameraData& GetData() const { return data; }
 
     std::int32_t kind = 0;

@@ -29,9 +29,9 @@ void DSubmitLoop::SubmitObjects() {
 void DSubmitLoop::RunPass() {
     if (!extViewer) CheckObject(nullptr);
     extViewer->BeginFrame();
+    status = kQ3ViewStatusDone;
     try {
         StartPass();
-        TQ3ViewStatus status;
         do {
             SubmitAdorners();
             SubmitObjects();
@@ -41,6 +41,7 @@ void DSubmitLoop::RunPass() {
         // Close what was opened. A renderer that still wants another
         // traversal is cancelled, so the view is free for the next pass.
         if (EndPass() == kQ3ViewStatusRetraverse) Q3View_Cancel(View());
+        status = kQ3ViewStatusError;
         Q3Error_Get(nullptr);
         extViewer->EndFrame();
         throw;

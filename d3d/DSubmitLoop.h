@@ -21,6 +21,10 @@ class DSubmitLoop {
     // The viewer's styles, then its geometry.
     virtual void SubmitObjects();
 
+    // How the last pass ended: done, or cancelled when the renderer was
+    // asked to stop.
+    TQ3ViewStatus GetStatus() const { return status; }
+
     DExtViewer* extViewer = nullptr;
 
   protected:
@@ -28,6 +32,9 @@ class DSubmitLoop {
     // A throw on the way closes the pass and the frame and goes on.
     void RunPass();
     TQ3ViewObject View() const;
+
+  private:
+    TQ3ViewStatus status = kQ3ViewStatusDone;
 };
 
 // One drawing pass.

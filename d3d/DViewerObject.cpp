@@ -35,6 +35,10 @@ void DViewerObject::SetRendererByType(TQ3ObjectType type) {
     CheckStatus(Q3View_SetRendererByType(object, type));
 }
 
+void DViewerObject::SetIdleProgressMethod(TQ3ViewIdleProgressMethod method, const void* data) {
+    CheckStatus(Q3View_SetIdleProgressMethod(object, method, data));
+}
+
 void DViewerObject::GetFrustumToWindow(TQ3Matrix4x4& out) const {
     CheckStatus(Q3View_GetFrustumToWindowMatrixState(object, &out));
 }

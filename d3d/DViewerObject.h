@@ -23,6 +23,9 @@ class DViewerObject : public DObject {
     void SetRenderer(TQ3RendererObject renderer);
     void SetRenderer(const DObject& renderer) { SetRenderer(renderer.GetObject()); }
     void SetRendererByType(TQ3ObjectType type);
+    // The method a long pass tells its progress to, and may be stopped by;
+    // null for none.
+    void SetIdleProgressMethod(TQ3ViewIdleProgressMethod method, const void* data);
     // Only while a pass is open.
     void GetFrustumToWindow(TQ3Matrix4x4& out) const;
     // From the view's camera.

@@ -14,12 +14,9 @@ WGWorld::WGWorld(const Rect& bounds, int depth, void* /*window*/) : pixmap_{}, d
     const int64_t rowBytes = (int64_t(width) * depth / 8 + 3) & ~int64_t(3);
     const int64_t size = rowBytes * height;
     if (rowBytes > INT32_MAX || size > int64_t(PTRDIFF_MAX)) throw kFailPlin;
-    try {
-        bits_.assign(static_cast<std::size_t>(size), 0);
-    } catch (const std::bad_alloc&) {
-        throw kFailPlin;
-    }
-    pixmap_.baseAddr = bits_.data();
+    bits_.reset(static_cast<uint8*>(std::calloc(static_cast<std::size_t>(size), 1)));
+    if (!bits_) throw kFailPlin;
+    pixmap_.baseAddr = bits_.get();
     pixmap_.rowBytes = static_cast<int32>(rowBytes);
     pixmap_.bounds = bounds;
 }

@@ -4,7 +4,8 @@
 #include "sdk/PIFilter.h"
 
 #include <cstdint>
-#include <vector>
+#include <cstdlib>
+#include <memory>
 
 struct WPixMap {
     void* baseAddr;
@@ -53,7 +54,12 @@ class WGWorld {
     void CopyFromWorld(const WGWorld& other);
 
   private:
-    std::vector<uint8> bits_;
+    struct Free {
+        void operator()(uint8* p) const { std::free(p); }
+    };
+    // Zeroed by the system as it is first touched: a world the size of a
+    // large image that is never drawn into takes no memory.
+    std::unique_ptr<uint8, Free> bits_;
     WPixMap pixmap_;
     int depth_;
 };

@@ -159,14 +159,15 @@ void QRenderer::ConfigureFinal(TQ3DialogAnchor anchor) {
     if (DRendererObject* r = table.Find(finalType)) r->ModalConfigure(anchor, nullptr);
 }
 
-void QRenderer::Render(bool interactive) {
+bool QRenderer::Render(bool interactive) {
     if (DRendererObject* r = table.Find(finalType)) view->viewer.SetRenderer(*r);
     DFillStyle& fill = view->GetSceneManager()->fillStyle;
     const bool interactiveFinal = finalType == kQ3RendererTypeInteractive;
     const TQ3FillStyle keptFill = fill.Get();
     if (interactiveFinal) fill.Set(kQ3FillStyleFilled);
+    bool done;
     try {
-        view->ShowRender(interactive, false);
+        done = view->ShowRender(interactive, false);
     } catch (...) {
         if (interactiveFinal) fill.Set(keptFill);
         if (DRendererObject* p = table.Find(previewType)) view->viewer.SetRenderer(*p);
@@ -174,4 +175,5 @@ void QRenderer::Render(bool interactive) {
     }
     if (interactiveFinal) fill.Set(keptFill);
     if (DRendererObject* p = table.Find(previewType)) view->viewer.SetRenderer(*p);
+    return done;
 }

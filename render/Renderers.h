@@ -72,8 +72,9 @@ class QRenderer {
     bool FinalHasConfigure() const;
     void ConfigureFinal(TQ3DialogAnchor anchor);
     // Draws the picture with the final renderer and shows it; the viewer has
-    // the preview renderer again afterwards.
-    void Render(bool interactive);
+    // the preview renderer again afterwards. False when the render was
+    // stopped.
+    bool Render(bool interactive);
 
     VZarbesoView* view;
     RendererTable table;

@@ -50,6 +50,7 @@ void VZarbesoView::Render() {
     if (offscreen) {
         PrepareBack();
         K3DView::Render();
+        worldHoldsPicture_ = true;
         ShowBack();
     } else {
         K3DView::Render();
@@ -190,28 +191,8 @@ void VZarbesoView::CompositeToHost(bool useProtectedBlend) {
 }
 
 void VZarbesoView::ShowOffscreen() {
-    if (!frontWorld || !binding_.outData) return;
+    if (!frontWorld || !binding_.outData || !worldHoldsPicture_) return;
     ::ShowOffscreen(binding_, *frontWorld, GetFrame(), imageMode_, GetSurface());
-}
-
-void VZarbesoView::ShowRender(bool interactive, bool keep) {
-    // The path is a tool, not part of the picture.
-    const bool pathDrawn = pathModel_ && pathModel_->IsDrawn();
-    if (pathModel_) pathModel_->SetDrawn(false);
-    try {
-        if (!interactive) {
-            K3DView::Render();
-            CompositeToHost(false);
-        } else {
-            keepRender_ = keep;
-            Refresh();
-        }
-    } catch (...) {
-        if (pathModel_) pathModel_->SetDrawn(pathDrawn);
-        throw;
-    }
-    if (pathModel_) pathModel_->SetDrawn(pathDrawn);
-    renderShowing_ = true;
 }
 
 void VZarbesoView::SetOffscreen(bool flag) {

@@ -10,8 +10,10 @@
 #include "text/TextCharacter.h"
 #include "text/TextLayout.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -58,8 +60,19 @@ class VZarbesoView : public VC3DView {
     // Composites and has the host show the result on the view's surface.
     void ShowOffscreen();
     // A render is ready: drawn into the front world and composited (not
-    // interactive), or shown in the view (interactive).
-    void ShowRender(bool interactive, bool keep);
+    // interactive), or shown in the view (interactive). A picture larger
+    // than a band is drawn and composited a band of rows at a time, so that
+    // the world the size of the image is never drawn into. False when the
+    // renderer was stopped: the output is then as it was, and no render
+    // stands in the view.
+    bool ShowRender(bool interactive, bool keep);
+    // Told during each render how much of it is done, 0 to 1; answers false
+    // to stop it. Empty: nothing is told.
+    void SetRenderProgress(std::function<bool(double done)> progress);
+    // The renderer's word on the band it draws: current of completed.
+    bool TellRenderProgress(TQ3Uns32 current, TQ3Uns32 completed);
+    // Pixels a band of the final render holds at most: 16 M (64 MB).
+    void SetBandPixels(std::int64_t pixels) { bandPixels_ = std::max<std::int64_t>(pixels, 1); }
     void SetOffscreen(bool flag) override;
     // Whether frames are to go offscreen, as the Image box says, also while
     // a render is showing.
@@ -171,6 +184,19 @@ class VZarbesoView : public VC3DView {
     // Deletes the present path and its model, without a new layout.
     void DiscardPath();
     void FreeChars();
+    // The final picture into the host's output; false when stopped.
+    bool DrawToHost();
+    bool DrawBandsToHost();
+    // Composites rows of a band world into the host's output at row top.
+    void CompositeBand(const KGWorld& band, int top, int rows);
+    bool LastPassStopped() const { return submitDraw.GetStatus() == kQ3ViewStatusCancelled; }
+
+    std::function<bool(double)> renderProgress_;
+    int bandTop_ = 0, bandRows_ = 0; // the rows the renderer draws now
+    std::int64_t bandPixels_ = std::int64_t(1) << 24;
+    // False after a picture drawn in bands: the front world does not hold it,
+    // and compositing the world would wipe it from the output.
+    bool worldHoldsPicture_ = true;
 
     // Host binding and offscreen state.
     HostBinding binding_;

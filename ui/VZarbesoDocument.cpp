@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <algorithm>
 
+#include <algorithm>
+
 namespace {
 // The scene's messages to the user, over the active window.
 void ShowSceneAlert(int stringId) {
@@ -70,6 +72,7 @@ void VZarbesoDocument::BindImage(bool final) {
 }
 
 bool VZarbesoDocument::RenderFinal() {
+    renderStopped_ = false;
     FilterRecord* record = gFilterRecord;
     if (!record) return false;
     record->inputRate = 0x10000;
@@ -92,11 +95,19 @@ bool VZarbesoDocument::RenderFinal() {
         return true;
     BindImage(true);
     view_->SetOffscreen(true);
-    RenderScene(false);
-    return true;
+    return RenderScene(false);
 }
 
-void VZarbesoDocument::RenderScene(bool interactive) {
+bool VZarbesoDocument::RenderProgress(double done) {
+    FilterRecord* record = gFilterRecord;
+    if (!record) return true;
+    constexpr int32 kSteps = 1000;
+    if (record->progressProc)
+        record->progressProc(static_cast<int32>(std::clamp(done, 0.0, 1.0) * kSteps), kSteps);
+    return !(record->abortProc && record->abortProc());
+}
+
+bool VZarbesoDocument::RenderScene(bool interactive) {
     VZarbesoSceneManager* scene = view_->GetSceneManager();
     const bool lights = scene->GetLightsVisible();
     const bool models = scene->GetModelsVisible();
@@ -105,11 +116,24 @@ void VZarbesoDocument::RenderScene(bool interactive) {
     scene->SetGridVisible(false);
     scene->SetModelsVisible(true);
     scene->SetWidgetsVisible(false);
-    renderer_->Render(interactive);
+    renderStopped_ = false;
+    view_->SetRenderProgress([this](double done) { return RenderProgress(done); });
+    bool done;
+    try {
+        done = renderer_->Render(interactive);
+    } catch (...) {
+        view_->SetRenderProgress({});
+        throw;
+    }
+    view_->SetRenderProgress({});
     scene->SetWidgetsVisible(true);
     scene->SetLightsVisible(lights);
     scene->SetModelsVisible(models);
     scene->SetGridVisible(grid);
+    renderStopped_ = !done;
+    // the half-drawn picture goes: the scene as it was shows again
+    if (!done && interactive) view_->Refresh();
+    return done;
 }
 
 bool VZarbesoDocument::ConfirmRun() {

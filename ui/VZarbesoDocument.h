@@ -75,11 +75,15 @@ class VZarbesoDocument : public KListener {
     void BindImage(bool final);
     // The final render on OK and in the run without a window: fetches the
     // full-size buffers, renders and composites into the host's output.
-    // False when the host could not deliver them.
+    // False when the host could not deliver them or the render was stopped
+    // (RenderStopped tells which); the output is then as it was.
     bool RenderFinal();
     // Hides what is not part of the picture, renders with the final
-    // renderer, and shows it all again.
-    void RenderScene(bool interactive);
+    // renderer, and shows it all again. False when the render was stopped;
+    // a stopped Preview shows the scene as it was again.
+    bool RenderScene(bool interactive);
+    // Whether the last render was stopped before it was done.
+    bool RenderStopped() const { return renderStopped_; }
     // What OK does once the text is there: saves the workspace, renders at
     // full size, and ends the document's part of the run (invocation 0).
     bool ConfirmRun();
@@ -199,8 +203,13 @@ class VZarbesoDocument : public KListener {
     // Gives the view a new size: the part of the window's layout that
     // follows the image.
     virtual void AdjustViewSize(int width, int height, bool scaled);
+    // Told now and then during a render how much of it is done, 0 to 1;
+    // answers false to stop it. Here the host's progressProc hears it and
+    // its abortProc may stop it; a window adds its own display and key.
+    virtual bool RenderProgress(double done);
 
   private:
+    bool renderStopped_ = false;
     void SaveCamera(VZarbesoWorkspace& w) const;
     void ApplyCamera(const VZarbesoWorkspace& w);
     void SaveLights(VZarbesoWorkspace& w) const;
