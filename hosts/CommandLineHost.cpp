@@ -7,6 +7,7 @@
 #include "hosts/HostState.h"
 #include "hosts/ImageFiles.h"
 #include "hosts/ResultCodes.h"
+#include "hosts/TerminalProgress.h"
 #include "sdk/PIGlobal.h"
 
 #include <cstdio>
@@ -185,7 +186,15 @@ int RunCommandLine(int argc, const char* const* argv) {
         return kExitNothingToRepeat;
     }
 
+    // Ctrl+C stops the filter, and nothing is written or kept. Once the
+    // output is being written the write goes on to its end, so that no half
+    // file is left.
+    TerminalProgress progress(host->Record());
     const RunOutcome outcome = RunFilter(*module, *host, kept.block, options.repeat);
+    if (TerminalProgress::Interrupted()) {
+        Say("interrupted by Ctrl+C; " + options.output + " was not written");
+        return kExitCancelled;
+    }
 
     if (outcome.result != 0) {
         // Nothing of a run that did not end with OK is kept.

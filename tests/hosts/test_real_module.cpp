@@ -7,6 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <iterator>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace plumet::hosts;
 using namespace plumet::hosts::testing;
@@ -130,6 +138,7 @@ TEST_F(RealModule, TheDefaultTextFitsAThreeByTwoImage) {
     ASSERT_TRUE(WriteImageFile(In("wide.png"), in, error));
     const Command c = Run({"--no-window", In("wide.png"), In("wide-out.png")});
     ASSERT_EQ(c.status, kExitSuccess) << c.err;
+    EXPECT_EQ(c.err, "") << "no progress bar when stderr is not a terminal";
     HostImage out;
     ASSERT_TRUE(ReadImageFile(In("wide-out.png"), out, error)) << error;
     int changedInside = 0;
@@ -140,4 +149,52 @@ TEST_F(RealModule, TheDefaultTextFitsAThreeByTwoImage) {
         changedInside += !std::equal(in.Pixel(y, 150), in.Pixel(y, 150) + 3, out.Pixel(y, 150));
     }
     EXPECT_GT(changedInside, 0) << "the text is drawn";
+}
+
+// On a terminal the render shows a bar, and Ctrl+C stops it: the run ends
+// as a cancel, the output is not written and the input is as it was.
+TEST_F(RealModule, OnATerminalCtrlCStopsTheRenderWithNothingWritten) {
+    std::string error;
+    ASSERT_TRUE(WriteImageFile(In("big.png"), Pattern(1800, 1200, ColourModel::RGB, false), error));
+    auto bytes = [](const std::string& path) {
+        std::ifstream f(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(f), {});
+    };
+    const std::string before = bytes(In("big.png"));
+    int master = -1;
+    const pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+            unsetenv(name);
+        for (const std::string& e : env_)
+            putenv(const_cast<char*>(e.c_str()));
+        execl(PLUMET_EXE, PLUMET_EXE, "--plugin", kModule.c_str(), "--no-window",
+              In("big.png").c_str(), In("big-out.png").c_str(), static_cast<char*>(nullptr));
+        _exit(127);
+    }
+    std::string seen;
+    bool interrupted = false;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+    while (std::chrono::steady_clock::now() < end) {
+        pollfd p{master, POLLIN, 0};
+        if (poll(&p, 1, 100) <= 0) continue;
+        char buffer[256];
+        const ssize_t n = read(master, buffer, sizeof buffer);
+        if (n <= 0) break; // the program ended
+        seen.append(buffer, std::size_t(n));
+        if (!interrupted && seen.find("rendering [") != std::string::npos) {
+            kill(pid, SIGINT);
+            interrupted = true;
+        }
+    }
+    int status = 0;
+    waitpid(pid, &status, 0);
+    close(master);
+    ASSERT_TRUE(interrupted) << "a progress bar was drawn: " << seen;
+    ASSERT_TRUE(WIFEXITED(status)) << seen;
+    EXPECT_EQ(WEXITSTATUS(status), kExitCancelled) << seen;
+    EXPECT_NE(seen.find("interrupted"), std::string::npos) << seen;
+    EXPECT_FALSE(FileExists(In("big-out.png")));
+    EXPECT_EQ(bytes(In("big.png")), before);
 }
