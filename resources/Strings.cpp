@@ -35,6 +35,8 @@ const std::map<int, const char*>& Table() {
         {kStrCustomPathTitle, "Custom Path"},
         {kStrCustomViewRow, "Custom View"},
         {kStrAlertTitle, "FlyWORD Alert"},
+        {kStrRenderingLabel, "Rendering...  Press Esc to stop."},
+        {kStrStopButton, "Stop"},
         {kStrFinalRendererName, "LightWorks SuperLite for FlyWORD"},
         {kStrDefaultText, "Lumerra 3D"},
         {kStrCustomViewStem, "Custom View "},

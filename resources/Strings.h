@@ -31,6 +31,9 @@ enum StringId : int {
     kStrCustomPathTitle = 18006,
     kStrCustomViewRow = 18007,
     kStrAlertTitle = 18008,
+    // The progress of a render in the window.
+    kStrRenderingLabel = 18010,
+    kStrStopButton = 18011,
     // Names and stems.
     kStrFinalRendererName = 18050,
     kStrDefaultText = 18051,

@@ -75,6 +75,10 @@ bool VZarbesoDocument::RenderFinal() {
     renderStopped_ = false;
     FilterRecord* record = gFilterRecord;
     if (!record) return false;
+    const PreviewRequest preview{record->inRect,     record->outRect,    record->inputRate,
+                                 record->maskRate,   record->inLoPlane,  record->inHiPlane,
+                                 record->outLoPlane, record->outHiPlane, gPlaneCount,
+                                 gAlphaPlane};
     record->inputRate = 0x10000;
     record->maskRate = 0x10000;
     record->outRect = record->filterRect;
@@ -95,7 +99,20 @@ bool VZarbesoDocument::RenderFinal() {
         return true;
     BindImage(true);
     view_->SetOffscreen(true);
-    return RenderScene(false);
+    if (RenderScene(false)) return true;
+    // Stopped: the window goes on with the buffers it had before.
+    record->inRect = preview.inRect;
+    record->outRect = preview.outRect;
+    record->inputRate = preview.inputRate;
+    record->maskRate = preview.maskRate;
+    record->inLoPlane = preview.inLoPlane;
+    record->inHiPlane = preview.inHiPlane;
+    record->outLoPlane = preview.outLoPlane;
+    record->outHiPlane = preview.outHiPlane;
+    gPlaneCount = preview.planes;
+    gAlphaPlane = preview.alphaPlane;
+    if (AdvanceStateThunk() == noErr) BindImage(false);
+    return false;
 }
 
 bool VZarbesoDocument::RenderProgress(double done) {

@@ -209,6 +209,13 @@ class VZarbesoDocument : public KListener {
     virtual bool RenderProgress(double done);
 
   private:
+    // What the window's buffers were asked for before a final render.
+    struct PreviewRequest {
+        Rect inRect, outRect;
+        Fixed inputRate, maskRate;
+        int16 inLoPlane, inHiPlane, outLoPlane, outHiPlane;
+        int16 planes, alphaPlane;
+    };
     bool renderStopped_ = false;
     void SaveCamera(VZarbesoWorkspace& w) const;
     void ApplyCamera(const VZarbesoWorkspace& w);

@@ -11,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTest>
@@ -101,6 +102,39 @@ TEST_F(Window, OkWithoutTextWarnsAndStaysEscapeAsksCancelDoesNot) {
     gAnswer = kAnswerYes;
     EXPECT_EQ(again.Run([](VZarbesoWindow_Win& w) { QTest::keyClick(w.Widget(), Qt::Key_Escape); }),
               1);
+}
+
+// Escape pressed while OK or Preview renders stops the render, not the
+// window: no question, no picture, the window stays as it was; OK then runs
+// to the end.
+TEST_F(Window, EscapeStopsARenderAndTheWindowStays) {
+    WindowRun run(1600, 1000); // larger than the screen: the window shows it reduced
+    bool okStopped = false, stayed = false, previewShowing = true;
+    int widthBefore = 0, widthAfter = 0;
+    const int16 result = run.Run([&](VZarbesoWindow_Win& w) {
+        auto escapeSoon = [&] {
+            QApplication::postEvent(w.Widget(),
+                                    new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
+        };
+        widthBefore = w.GetView()->GetHostBinding().width;
+        escapeSoon();
+        Click(w.Controls().Get(1017));
+        okStopped = w.RenderStopped();
+        stayed = w.Widget()->isVisible();
+        widthAfter = w.GetView()->GetHostBinding().width;
+        escapeSoon();
+        Click(w.Controls().Get(1021));
+        previewShowing = w.GetView()->IsRenderShowing();
+        Click(w.Controls().Get(1017));
+    });
+    EXPECT_TRUE(okStopped);
+    EXPECT_TRUE(stayed);
+    EXPECT_LT(widthBefore, 1600);
+    EXPECT_EQ(widthAfter, widthBefore) << "the view is bound to the reduced image again";
+    EXPECT_FALSE(previewShowing);
+    EXPECT_TRUE(gQuestions.empty()) << "Escape went to the render";
+    EXPECT_EQ(result, 0) << "the second OK renders and ends the run";
+    EXPECT_GT(CountDifferent(run.Output(), run.Input()), 1000);
 }
 
 TEST_F(Window, ToolButtonsAndTheirKeysSelectTheTool) {

@@ -13,6 +13,7 @@
 #include "ui/dialogs/NumericControls.h"
 #include "ui/dialogs/OptionsDialog.h"
 #include "ui/dialogs/PolygonOptionsDialog.h"
+#include "ui/dialogs/RenderProgressDialog.h"
 #include "ui/pages/ColorPicker.h"
 #include "ui/pages/PathPage.h"
 #include "ui/pages/ScenePage.h"
@@ -387,8 +388,12 @@ void VZarbesoWindow_Win::OkFlow() {
         if (!text.empty()) {
             if (HasPath()) {
                 WaitCursor wait;
+                RenderProgressDialog progress(Window(), viewWidget_);
+                progress_ = &progress;
                 ConfirmRun();
-                EndRun(kQuitOK);
+                progress_ = nullptr;
+                // a render the user stopped leaves the window open
+                if (!RenderStopped()) EndRun(kQuitOK);
             }
             return;
         }
@@ -403,6 +408,11 @@ void VZarbesoWindow_Win::OkFlow() {
     }
     ClearRender(false);
     Redraw();
+}
+
+bool VZarbesoWindow_Win::RenderProgress(double done) {
+    const bool go = VZarbesoDocument::RenderProgress(done);
+    return (!progress_ || progress_->Tell(done)) && go;
 }
 
 void VZarbesoWindow_Win::EndRun(int code) {
@@ -421,7 +431,10 @@ void VZarbesoWindow_Win::PreviewFlow() {
         const bool offscreen = view.IsOffscreen();
         view.SetOffscreen(true);
         view.SetRenderShowing(false);
+        RenderProgressDialog progress(Window(), viewWidget_);
+        progress_ = &progress;
         RenderScene(true);
+        progress_ = nullptr;
         view.SetOffscreen(offscreen);
     }
     viewWidget_->repaint();

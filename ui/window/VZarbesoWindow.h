@@ -25,6 +25,7 @@ class PathPage;
 class SurfacePage;
 class ScenePage;
 class ViewRow;
+class RenderProgressDialog;
 
 // Whether the view holds the mouse: from a press until its release.
 extern bool gMouseCaptured;
@@ -99,6 +100,9 @@ class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
 
   protected:
     void AdjustViewSize(int width, int height, bool scaled) override;
+    // The host hears the render's progress, and the window shows it; Escape
+    // or the Stop button stops the render.
+    bool RenderProgress(double done) override;
 
   private:
     void Start(int16 invocation);
@@ -130,4 +134,5 @@ class VZarbesoWindow_Win : public VZarbesoDocument, public WFilterWindow {
     QPointer<NumericControls> numericControls_;
     QPointer<HelpWindow> helpWindow_;
     bool ended_ = false;
+    RenderProgressDialog* progress_ = nullptr; // while OK or Preview renders
 };
