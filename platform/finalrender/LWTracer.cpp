@@ -102,6 +102,21 @@ class SamplePattern {
     unsigned m;
 };
 
+// Embree's form of a camera ray from tnear on.
+RTCRayHit cameraRay(const Ray& ray, float tnear) {
+    RTCRayHit rh{};
+    rh.ray.org_x = ray.org[0];
+    rh.ray.org_y = ray.org[1];
+    rh.ray.org_z = ray.org[2];
+    rh.ray.dir_x = ray.dir[0];
+    rh.ray.dir_y = ray.dir[1];
+    rh.ray.dir_z = ray.dir[2];
+    rh.ray.tnear = tnear;
+    rh.ray.tfar = ray.tfar;
+    rh.ray.mask = 0xFFFFFFFFu;
+    return rh;
+}
+
 struct WorkerFigures {
     std::uint64_t primary = 0, shadow = 0, refined = 0;
 };
@@ -277,16 +292,7 @@ class Picture {
             Hit hit;
             ++counts.primary;
             if (tap) {
-                RTCRayHit rh{};
-                rh.ray.org_x = ray.org[0];
-                rh.ray.org_y = ray.org[1];
-                rh.ray.org_z = ray.org[2];
-                rh.ray.dir_x = ray.dir[0];
-                rh.ray.dir_y = ray.dir[1];
-                rh.ray.dir_z = ray.dir[2];
-                rh.ray.tnear = tnear;
-                rh.ray.tfar = ray.tfar;
-                rh.ray.mask = 0xFFFFFFFFu;
+                RTCRayHit rh = cameraRay(ray, tnear);
                 tap->cameraRays(worker, &rh, 1);
             }
             if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
@@ -375,19 +381,7 @@ class Picture {
                 add(w, s.pixel, w.background[s.pixel]);
                 continue;
             }
-            RTCRayHit rh;
-            rh.ray.org_x = ray.org[0];
-            rh.ray.org_y = ray.org[1];
-            rh.ray.org_z = ray.org[2];
-            rh.ray.dir_x = ray.dir[0];
-            rh.ray.dir_y = ray.dir[1];
-            rh.ray.dir_z = ray.dir[2];
-            rh.ray.tnear = 0;
-            rh.ray.tfar = ray.tfar;
-            rh.ray.time = 0;
-            rh.ray.mask = 0xFFFFFFFFu;
-            rh.ray.id = 0;
-            rh.ray.flags = 0;
+            const RTCRayHit rh = cameraRay(ray, 0);
             w.rays.push_back(ray);
             w.hits.push_back(rh);
             w.pixel.push_back(s.pixel);

@@ -157,6 +157,25 @@ Renderer* instanceOf(TQ3RendererObject renderer) {
     return self(Q3XRenderer_GetInstance(renderer));
 }
 
+// The switches of a renderer's options.
+TQ3Status setFlag(TQ3RendererObject renderer, bool TraceOptions::*field, TQ3Boolean flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    r->options.*field = flag != kQ3False;
+    return kQ3Success;
+}
+
+TQ3Status getFlag(TQ3RendererObject renderer, bool TraceOptions::*field, TQ3Boolean* flag) {
+    Renderer* r = instanceOf(renderer);
+    if (!r) return kQ3Failure;
+    if (!flag) {
+        q3::postError(kQ3ErrorNULLParameter);
+        return kQ3Failure;
+    }
+    *flag = r->options.*field ? kQ3True : kQ3False;
+    return kQ3Success;
+}
+
 bool registered() {
     TQ3ObjectClassNameString name;
     return gRendererType != 0 &&
@@ -189,22 +208,12 @@ TQ3ObjectType Q3LightWorks_SL_GetRendererType(void) {
 }
 
 TQ3Status Q3LightWorks_SL_SetTransparencyAffectsAlpha(TQ3RendererObject renderer, TQ3Boolean flag) {
-    Renderer* r = instanceOf(renderer);
-    if (!r) return kQ3Failure;
-    r->options.transparencyAffectsAlpha = flag != kQ3False;
-    return kQ3Success;
+    return setFlag(renderer, &TraceOptions::transparencyAffectsAlpha, flag);
 }
 
 TQ3Status Q3LightWorks_SL_GetTransparencyAffectsAlpha(TQ3RendererObject renderer,
                                                       TQ3Boolean* flag) {
-    Renderer* r = instanceOf(renderer);
-    if (!r) return kQ3Failure;
-    if (!flag) {
-        q3::postError(kQ3ErrorNULLParameter);
-        return kQ3Failure;
-    }
-    *flag = r->options.transparencyAffectsAlpha ? kQ3True : kQ3False;
-    return kQ3Success;
+    return getFlag(renderer, &TraceOptions::transparencyAffectsAlpha, flag);
 }
 
 TQ3Status Q3LightWorks_SL_SetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32 samplesPerSide) {
@@ -230,28 +239,15 @@ TQ3Status Q3LightWorks_SL_GetSamplesPerSide(TQ3RendererObject renderer, TQ3Uns32
 }
 
 TQ3Status Q3LightWorks_SL_SetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean flag) {
-    Renderer* r = instanceOf(renderer);
-    if (!r) return kQ3Failure;
-    r->options.adaptive = flag != kQ3False;
-    return kQ3Success;
+    return setFlag(renderer, &TraceOptions::adaptive, flag);
 }
 
 TQ3Status Q3LightWorks_SL_GetAdaptiveSamples(TQ3RendererObject renderer, TQ3Boolean* flag) {
-    Renderer* r = instanceOf(renderer);
-    if (!r) return kQ3Failure;
-    if (!flag) {
-        q3::postError(kQ3ErrorNULLParameter);
-        return kQ3Failure;
-    }
-    *flag = r->options.adaptive ? kQ3True : kQ3False;
-    return kQ3Success;
+    return getFlag(renderer, &TraceOptions::adaptive, flag);
 }
 
 TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows) {
-    Renderer* r = instanceOf(renderer);
-    if (!r) return kQ3Failure;
-    r->options.shadows = shadows != kQ3False;
-    return kQ3Success;
+    return setFlag(renderer, &TraceOptions::shadows, shadows);
 }
 
 TQ3Status Q3LightWorks_SL_GetStatistics(TQ3RendererObject renderer,
