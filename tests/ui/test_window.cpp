@@ -106,27 +106,35 @@ TEST_F(Window, OkWithoutTextWarnsAndStaysEscapeAsksCancelDoesNot) {
 
 // Escape pressed while OK or Preview renders stops the render, not the
 // window: no question, no picture, the window stays as it was; OK then runs
-// to the end.
+// to the end. The key is pressed from the host's progressProc, which the
+// render calls as it starts.
+namespace {
+QWidget* gEscapeTo = nullptr; // the window that gets Escape at the next progress
+void PressEscapeOnce(int32, int32) {
+    if (!gEscapeTo) return;
+    QApplication::postEvent(gEscapeTo, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
+    gEscapeTo = nullptr;
+}
+} // namespace
+
 TEST_F(Window, EscapeStopsARenderAndTheWindowStays) {
     WindowRun run(1600, 1000); // larger than the screen: the window shows it reduced
+    run.host.record.progressProc = &PressEscapeOnce;
     bool okStopped = false, stayed = false, previewShowing = true;
     int widthBefore = 0, widthAfter = 0;
     const int16 result = run.Run([&](VZarbesoWindow_Win& w) {
-        auto escapeSoon = [&] {
-            QApplication::postEvent(w.Widget(),
-                                    new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
-        };
         widthBefore = w.GetView()->GetHostBinding().width;
-        escapeSoon();
+        gEscapeTo = w.Widget();
         Click(w.Controls().Get(1017));
         okStopped = w.RenderStopped();
         stayed = w.Widget()->isVisible();
         widthAfter = w.GetView()->GetHostBinding().width;
-        escapeSoon();
+        gEscapeTo = w.Widget();
         Click(w.Controls().Get(1021));
         previewShowing = w.GetView()->IsRenderShowing();
         Click(w.Controls().Get(1017));
     });
+    gEscapeTo = nullptr;
     EXPECT_TRUE(okStopped);
     EXPECT_TRUE(stayed);
     EXPECT_LT(widthBefore, 1600);
