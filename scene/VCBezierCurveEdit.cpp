@@ -46,7 +46,7 @@ void VCBezierCurveModel::SetJoin(std::int32_t piece, bool atEnd, std::int32_t jo
 
 // ---- selection ---------------------------------------------------------------------
 
-void VCBezierCurveModel::ClearSelection() {
+void VCBezierCurveModel::UnmarkSelection() {
     if (selectedMarker >= 0) {
         for (std::int32_t k = 0; k < GetPieceCount(); ++k) {
             DBezierCurveObject& piece = *GetPiece(k);
@@ -55,11 +55,15 @@ void VCBezierCurveModel::ClearSelection() {
         }
     }
     selectedMarker = selectedPiece = selectedPlace = -1;
+}
+
+void VCBezierCurveModel::ClearSelection() {
+    UnmarkSelection();
     RebuildMarkers();
 }
 
 void VCBezierCurveModel::SetSelection(std::int32_t marker) {
-    ClearSelection();
+    UnmarkSelection();
     const std::int32_t k = marker / pieceSize;
     DBezierCurveObject* piece = GetPiece(k);
     if (!piece) return;

@@ -142,7 +142,8 @@ bool VCBezierCurveModel::CloseCurve() {
     const KVector3D a = first.GetPoint(0), b = last.GetPoint(3);
     const bool equal = std::fabs(a.x - b.x) < 0.00001f && std::fabs(a.y - b.y) < 0.00001f &&
                        std::fabs(a.z - b.z) < 0.00001f && std::fabs(a.w - b.w) < 0.00001f;
-    if (equal && (n > 1 || last.pointCount > 4)) {
+    // A single piece whose ends meet stays open.
+    if (equal && n > 1) {
         last.SetPoint(3, a);
         const KVector3D anchor = first.GetPosition(0);
         last.PlacePoint(2, anchor * 2.0f - first.GetPosition(1));
@@ -171,7 +172,7 @@ std::unique_ptr<VCNurbsCurve> VCBezierCurveModel::BuildCurve() const {
     for (std::int32_t k = 0; k < n; ++k) {
         const DBezierCurveObject& piece = *GetPiece(k);
         for (std::int32_t i = 0; i < kPieceSize; ++i) {
-            points.push_back(piece.GetPoint(std::min(i, piece.pointCount - 1)));
+            points.push_back(piece.GetPoint(i));
             knots.push_back(double(k + 1));
         }
     }

@@ -120,6 +120,8 @@ class VCBezierCurveModel : public VZarbesoModel {
   private:
     void ClearSelection();
     void SetSelection(std::int32_t marker);
+    // Forgets the selection without showing it.
+    void UnmarkSelection();
     // The marker number that stands for the anchor at (piece, place): the
     // start of a piece wherever a piece starts there.
     std::int32_t AnchorMarker(std::int32_t piece, std::int32_t place) const;

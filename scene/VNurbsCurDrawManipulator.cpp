@@ -17,7 +17,8 @@ bool k3DNurbsCurDrawManipulator::Deactivate(WView*) {
 }
 
 void k3DNurbsCurDrawManipulator::Press(const MouseEvent& event) {
-    if (!viewMatrix) return;
+    // The second press of a double click puts no second anchor on the first.
+    if (!viewMatrix || (view && view->GetClickCount() == 2)) return;
     // A path that went meanwhile (another path was chosen) is not drawn on.
     if (!HasCurve()) {
         clickCount = 0;

@@ -2,10 +2,12 @@
 // and the view's picture as a PNG.
 #pragma once
 
+#include "curves/VCurve.h"
 #include "scene/K3DSystem.h"
 #include "scene/VC3DView.h"
 
 #include <QImage>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,22 @@ inline QPoint WindowPointOf(VC3DView& view, const KVector3D& p) {
     const KVector3D f =
         TransformPoint(TransformPoint(v, matrix.viewToFrustum), matrix.frustumToWindow);
     return {static_cast<int>(f.x + 0.5f), static_cast<int>(f.y + 0.5f)};
+}
+
+// Where a path runs in the view's window: 201 points evenly along it.
+inline std::vector<QPointF> ProjectPath(VC3DView& view, VCurve& path) {
+    std::vector<QPointF> line;
+    for (int i = 0; i <= 200; ++i) {
+        KVector3D p;
+        path.GetPointAt(path.GetLength() * float(i) / 200.0f * 0.9999f, p);
+        p.w = 1;
+        line.emplace_back(WindowPointOf(view, p));
+    }
+    return line;
+}
+
+inline float Distance(QPoint a, QPoint b) {
+    return std::hypot(float(a.x() - b.x()), float(a.y() - b.y()));
 }
 
 // Writes the view's front world into the test output folder.

@@ -59,14 +59,7 @@ struct CurveTools : ::testing::Test {
         scene.SetGridVisible(false);
         view.SetOffscreen(true);
         view.Refresh();
-        std::vector<QPointF> line;
-        VCurve& path = *view.GetCurve();
-        for (int i = 0; i <= 200; ++i) {
-            KVector3D p;
-            path.GetPointAt(path.GetLength() * float(i) / 200.0f * 0.9999f, p);
-            p.w = 1;
-            line.emplace_back(WindowPointOf(view, p));
-        }
+        const std::vector<QPointF> line = ProjectPath(view, *view.GetCurve());
         int letters = 0, near = 0;
         for (int y = 0; y < view.frontWorld->GetHeight(); ++y)
             for (int x = 0; x < view.frontWorld->GetWidth(); ++x) {
@@ -88,9 +81,6 @@ struct CurveTools : ::testing::Test {
     Heard heard;
 };
 
-float Distance(QPoint a, QPoint b) {
-    return std::hypot(float(a.x() - b.x()), float(a.y() - b.y()));
-}
 } // namespace
 
 TEST_F(CurveTools, FourClicksDrawAPathOfFourAnchorsThatCarriesTheText) {
@@ -111,6 +101,11 @@ TEST_F(CurveTools, FourClicksDrawAPathOfFourAnchorsThatCarriesTheText) {
     EXPECT_GT(Point(*model, 2, 1).x - anchor.x, 0.0f) << "3 pixels pull the handle ahead";
     EXPECT_NEAR((Point(*model, 1, 2) + Point(*model, 2, 1)).x, 2 * anchor.x, 1e-5)
         << "and its mirror behind";
+    // The second press of a double click on the last anchor adds nothing.
+    view.SetClickCount(2);
+    view.MouseDown(X(d), Y(d));
+    view.SetClickCount(1);
+    EXPECT_EQ(model->GetPieceCount(), 3);
     // Letters stand on the path from its start.
     EXPECT_GT(TextNearPath(40), 0.9);
     SaveFrontWorld(view, "curve-four-clicks.png");

@@ -60,9 +60,6 @@ struct Tools : ::testing::Test {
     Heard heard;
 };
 
-float Distance(QPoint a, QPoint b) {
-    return std::hypot(float(a.x() - b.x()), float(a.y() - b.y()));
-}
 } // namespace
 
 TEST_F(Tools, AMovedLightFollowsThePointerInTheScreensPlane) {

@@ -347,13 +347,7 @@ TEST_F(WorkspaceScene, TextOnADrawnSCurveFollowsItInARunWithoutTheWindow) {
         // Up out of the left anchor, into the right one from below.
         Gesture(view, {{25, 80}, {55, 15}});
         Gesture(view, {{215, 70}, {245, 5}});
-        VCurve& path = *view.GetCurve();
-        for (int i = 0; i <= 200; ++i) {
-            KVector3D p;
-            path.GetPointAt(path.GetLength() * float(i) / 200.0f * 0.9999f, p);
-            p.w = 1;
-            line.emplace_back(WindowPointOf(view, p));
-        }
+        line = ProjectPath(view, *view.GetCurve());
         d->SaveWorkspace();
     }
     host.outBuffer.assign(host.outBuffer.size(), 0);
