@@ -237,6 +237,21 @@ TEST_F(CurveTools, ShapesDraggedInARectangleBecomeClosedPaths) {
         EXPECT_NEAR((p - centre).Length(), radius, 1e-4) << "at " << i;
     }
 
+    // Its pieces are rational; a drag keeps their weights. Deleting an
+    // anchor where the ends meet opens it.
+    const float weight = oval->GetPiece(1)->GetPoint(1).w;
+    EXPECT_LT(weight, 0.99f);
+    view.SetTool(kToolCurveDrag);
+    const QPoint anchor = At(*oval, 1, 0);
+    Gesture(view, {anchor, anchor + QPoint(0, 10), anchor + QPoint(0, 20)});
+    EXPECT_LT(Distance(At(*oval, 1, 0), anchor + QPoint(0, 20)), 1.0f);
+    EXPECT_EQ(oval->GetPiece(1)->GetPoint(1).w, weight);
+    view.SetTool(kToolCurveDeletePoint);
+    Click(At(*oval, 0, 0));
+    EXPECT_EQ(oval->GetPieceCount(), 3);
+    EXPECT_FALSE(oval->closed);
+    EXPECT_FALSE(view.GetCurve()->IsClosed());
+
     // Too narrow a rectangle makes nothing; the message comes all the same.
     const std::uint32_t models = scene.GetModelCount();
     heard.messages.clear();
