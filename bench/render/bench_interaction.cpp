@@ -8,6 +8,7 @@
 #include "bench/render/SceneRecorder.h"
 #include "bench/render/ViewBench.h"
 #include "curves/VAnalyticPathTable.h"
+#include "platform/finalrender/LightWorksSL.h"
 #include "scene/K3DSystem.h"
 
 #include <benchmark/benchmark.h>
@@ -163,10 +164,16 @@ void WriteSceneForThePeer(VZarbesoView& view, unsigned samples) {
 void FinalRenderWithFiveShadowingLights(benchmark::State& state) {
     Scene s(3000, 2000);
     AddFiveLights(s.view);
+    // Nine samples in every pixel, as the peer takes them.
+    QRenderer& renderers = *s.document.GetRenderer();
+    if (DRendererObject* final = renderers.table.Find(renderers.GetFinalType())) {
+        Q3LightWorks_SL_SetSamplesPerSide(final->object, 3);
+        Q3LightWorks_SL_SetAdaptiveSamples(final->object, kQ3False);
+    }
     for (auto _ : state)
         s.document.RenderScene(false);
     SaveFrontWorld(s.view, PLUMET_TEST_OUTPUT "/bench_lights_final.png");
-    WriteSceneForThePeer(s.view, 9); // the final renderer's 3 by 3 samples
+    WriteSceneForThePeer(s.view, 9);
 }
 BENCHMARK(FinalRenderWithFiveShadowingLights)
     ->Iterations(1)
