@@ -81,7 +81,7 @@ void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Sur
     }
 }
 
-float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
+float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray, float toLight[4]) const {
     const TQ3XLight& l = lights[li];
     if (!s.receives || !l.castsShadows || l.type == kQ3LightTypeAmbient) return 1;
     const TQ3Point3D& p = s.point;
@@ -101,6 +101,10 @@ float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
         for (float& c : dir)
             c /= d;
         far = d * (1 - 1e-4f);
+        toLight[0] = dir[0];
+        toLight[1] = dir[1];
+        toLight[2] = dir[2];
+        toLight[3] = d;
     }
     const TQ3Vector3D& N = s.normal;
     // a light that does not face the point adds nothing: no ray for it
@@ -126,8 +130,8 @@ float Shader::shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const {
 // The lighting equation of the interactive renderer for one light, in the
 // same steps, so that both renderers give a point the same colour. Spot
 // lights, which are rare, go through the equation itself.
-void Shader::addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB& D,
-                      TQ3ColorRGB& S) const {
+void Shader::addLight(const Surface& s, std::size_t li, float reach, const float* toLight,
+                      TQ3ColorRGB& D, TQ3ColorRGB& S) const {
     const TQ3XLight& l = lights[li];
     const TQ3XDrawState& d = s.batch->state;
     if (l.type == kQ3LightTypeAmbient) {
@@ -159,10 +163,16 @@ void Shader::addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB
     if (l.type == kQ3LightTypeDirectional) {
         L = {-l.direction.x, -l.direction.y, -l.direction.z};
     } else {
-        L = {l.location.x - s.point.x, l.location.y - s.point.y, l.location.z - s.point.z};
-        const float dist = std::sqrt(L.x * L.x + L.y * L.y + L.z * L.z);
-        if (!(dist > 0)) return;
-        L = {L.x / dist, L.y / dist, L.z / dist};
+        float dist;
+        if (toLight && toLight[3] > 0) {
+            L = {toLight[0], toLight[1], toLight[2]};
+            dist = toLight[3];
+        } else {
+            L = {l.location.x - s.point.x, l.location.y - s.point.y, l.location.z - s.point.z};
+            dist = std::sqrt(L.x * L.x + L.y * L.y + L.z * L.z);
+            if (!(dist > 0)) return;
+            L = {L.x / dist, L.y / dist, L.z / dist};
+        }
         if (l.attenuation == kQ3AttenuationTypeInverseDistance)
             strength /= std::max(dist, 1e-6f);
         else if (l.attenuation == kQ3AttenuationTypeInverseDistanceSquared)
@@ -185,13 +195,14 @@ void Shader::addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB
     S.b += reach * (p * l.color.b * s.specular.b);
 }
 
-Shaded Shader::finish(const Surface& s, const float* reach) const {
+Shaded Shader::finish(const Surface& s, const float* reach, const float* toLight) const {
     const TQ3XDrawState& d = s.batch->state;
     TQ3ColorRGB L{1, 1, 1}, S{0, 0, 0}; // null illumination shows the plain colour
     if (d.illumination != kQ3IlluminationTypeNULL) {
         L = {0, 0, 0};
         for (std::size_t li = 0; li < lights.size(); ++li)
-            if (reach[li] > 0) addLight(s, li, reach[li], L, S);
+            if (reach[li] > 0)
+                addLight(s, li, reach[li], toLight ? toLight + 4 * li : nullptr, L, S);
     }
     return {clamp01(s.base.r * L.r + S.r), clamp01(s.base.g * L.g + S.g),
             clamp01(s.base.b * L.b + S.b), clamp01(s.alpha)};
@@ -201,10 +212,10 @@ Shaded Shader::shade(const Hit& hit, const float org[3], const float dir[3],
                      std::uint64_t& shadowRays) const {
     Surface s;
     prepare(hit, org, dir, s);
-    std::vector<float> reach(lights.size(), 1.0f);
+    std::vector<float> reach(lights.size(), 1.0f), toLight(4 * lights.size(), 0.0f);
     for (std::size_t li = 0; li < lights.size(); ++li) {
         RTCRay ray;
-        reach[li] = shadowRay(s, li, ray);
+        reach[li] = shadowRay(s, li, ray, &toLight[4 * li]);
         if (reach[li] < 0) {
             ++shadowRays;
             const float o[3] = {ray.org_x, ray.org_y, ray.org_z};
@@ -212,7 +223,7 @@ Shaded Shader::shade(const Hit& hit, const float org[3], const float dir[3],
             reach[li] = scene.transmission(o, d, ray.tnear, ray.tfar);
         }
     }
-    return finish(s, reach.data());
+    return finish(s, reach.data(), toLight.data());
 }
 
 } // namespace lwsl

@@ -44,9 +44,13 @@ class Shader {
     void prepare(const Hit& hit, const float org[3], const float dir[3], Surface& s) const;
     // How light li reaches the point: 1 with no ray to trace, 0 when it
     // cannot (it is behind the surface), or -1 with the shadow ray filled in.
-    float shadowRay(const Surface& s, std::size_t li, RTCRay& ray) const;
+    // With a ray towards a point light, toLight gets the unit direction and
+    // the distance, which finish then takes instead of working them out again.
+    float shadowRay(const Surface& s, std::size_t li, RTCRay& ray, float toLight[4]) const;
     // The colour with reach[li] the part of light li that gets to the point.
-    Shaded finish(const Surface& s, const float* reach) const;
+    // toLight, when not null, holds four floats a light as shadowRay left
+    // them (a distance of 0 where it left nothing).
+    Shaded finish(const Surface& s, const float* reach, const float* toLight = nullptr) const;
 
     // All three steps for one point, tracing its shadow rays one by one.
     Shaded shade(const Hit& hit, const float org[3], const float dir[3],
@@ -57,8 +61,8 @@ class Shader {
   private:
     // The light that light li gives the surface, with reach the part that
     // gets to it, added to the diffuse sum D and the specular sum S.
-    void addLight(const Surface& s, std::size_t li, float reach, TQ3ColorRGB& D,
-                  TQ3ColorRGB& S) const;
+    void addLight(const Surface& s, std::size_t li, float reach, const float* toLight,
+                  TQ3ColorRGB& D, TQ3ColorRGB& S) const;
 
     const Scene& scene;
     const std::vector<TQ3XLight>& lights;

@@ -102,19 +102,26 @@ class SamplePattern {
     unsigned m;
 };
 
-// Embree's form of a camera ray from tnear on.
-RTCRayHit cameraRay(const Ray& ray, float tnear) {
-    RTCRayHit rh{};
+// Embree's form of a camera ray from tnear on; the hit is Embree's to fill.
+void cameraRay(const Ray& ray, float tnear, RTCRayHit& rh) {
     rh.ray.org_x = ray.org[0];
     rh.ray.org_y = ray.org[1];
     rh.ray.org_z = ray.org[2];
+    rh.ray.tnear = tnear;
     rh.ray.dir_x = ray.dir[0];
     rh.ray.dir_y = ray.dir[1];
     rh.ray.dir_z = ray.dir[2];
-    rh.ray.tnear = tnear;
+    rh.ray.time = 0;
     rh.ray.tfar = ray.tfar;
     rh.ray.mask = 0xFFFFFFFFu;
-    return rh;
+    rh.ray.id = 0;
+    rh.ray.flags = 0;
+}
+
+// At least n elements at the front of v, which keeps what it holds beyond.
+template <typename T> T* room(std::vector<T>& v, std::size_t n) {
+    if (v.size() < n) v.resize(n);
+    return v.data();
 }
 
 struct WorkerFigures {
@@ -280,6 +287,7 @@ class Picture {
         std::vector<RTCRay> shadow;
         std::vector<std::uint32_t> shadowOf; // surface * lights + light
         std::vector<float> reach, passed;
+        std::vector<float> toLight; // four a surface and light: see Shader::shadowRay
         std::vector<Premultiplied> sums, background, lo, hi;
         std::vector<unsigned> taken; // samples of each pixel
     };
@@ -292,7 +300,8 @@ class Picture {
             Hit hit;
             ++counts.primary;
             if (tap) {
-                RTCRayHit rh = cameraRay(ray, tnear);
+                RTCRayHit rh{};
+                cameraRay(ray, tnear, rh);
                 tap->cameraRays(worker, &rh, 1);
             }
             if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
@@ -368,79 +377,78 @@ class Picture {
     // Traces the samples in w.samples and adds their colours to their pixels.
     void traceSamples(long y, long xa, unsigned worker, RunBuffers& w,
                       WorkerFigures& counts) const {
-        w.rays.clear();
-        w.hits.clear();
-        w.pixel.clear();
+        // buffers kept from run to run; they only grow
+        const std::size_t most = w.samples.size(), nl = shader.lightCount();
+        Ray* rays = room(w.rays, most);
+        RTCRayHit* hits = room(w.hits, most);
+        long* pixel = room(w.pixel, most);
+        unsigned m = 0;
         for (const Sample& s : w.samples) {
             float jx, jy;
             pattern.place(s.cell, static_cast<std::uint32_t>(xa + s.pixel),
                           static_cast<std::uint32_t>(y), jx, jy);
-            Ray ray;
+            Ray& ray = rays[m];
             if (!camera.rayAt(static_cast<double>(xa + s.pixel) + dx + jx,
                               static_cast<double>(y) + dy + jy, ray)) {
                 add(w, s.pixel, w.background[s.pixel]);
                 continue;
             }
-            const RTCRayHit rh = cameraRay(ray, 0);
-            w.rays.push_back(ray);
-            w.hits.push_back(rh);
-            w.pixel.push_back(s.pixel);
+            cameraRay(ray, 0, hits[m]);
+            pixel[m++] = s.pixel;
         }
-        const auto m = static_cast<unsigned>(w.hits.size());
-        if (tap) tap->cameraRays(worker, w.hits.data(), m);
-        scene.nearestMany(w.hits.data(), m);
+        if (tap) tap->cameraRays(worker, hits, m);
+        scene.nearestMany(hits, m);
         counts.primary += m;
 
         // the first surface of every ray, and the shadow rays they need
-        const std::size_t nl = shader.lightCount();
-        w.surfaces.clear();
-        w.surfaceOf.assign(m, -1);
-        w.shadow.clear();
-        w.shadowOf.clear();
-        w.reach.clear();
+        Surface* surfaces = room(w.surfaces, m);
+        int* surfaceOf = room(w.surfaceOf, m);
+        std::size_t found = 0;
         for (unsigned k = 0; k < m; ++k) {
             Hit hit;
-            if (!scene.hitOf(w.hits[k], hit)) continue;
-            w.surfaceOf[k] = static_cast<int>(w.surfaces.size());
-            w.surfaces.emplace_back();
-            shader.prepare(hit, w.rays[k].org, w.rays[k].dir, w.surfaces.back());
+            surfaceOf[k] = -1;
+            if (!scene.hitOf(hits[k], hit)) continue;
+            surfaceOf[k] = static_cast<int>(found);
+            shader.prepare(hit, rays[k].org, rays[k].dir, surfaces[found++]);
         }
         // shadow rays light by light, so that rays that run side by side are
         // traced together
-        w.reach.resize(w.surfaces.size() * nl);
+        float* reach = room(w.reach, found * nl);
+        float* toLight = room(w.toLight, found * nl * 4);
+        RTCRay* shadow = room(w.shadow, found * nl);
+        std::uint32_t* shadowOf = room(w.shadowOf, found * nl);
+        std::size_t rayCount = 0;
         for (std::size_t li = 0; li < nl; ++li)
-            for (std::size_t si = 0; si < w.surfaces.size(); ++si) {
-                RTCRay sr;
-                const float r = shader.shadowRay(w.surfaces[si], li, sr);
-                if (r < 0) {
-                    w.shadowOf.push_back(static_cast<std::uint32_t>(si * nl + li));
-                    w.shadow.push_back(sr);
-                }
-                w.reach[si * nl + li] = r;
+            for (std::size_t si = 0; si < found; ++si) {
+                float* to = toLight + 4 * (si * nl + li);
+                to[3] = 0;
+                const float r = shader.shadowRay(surfaces[si], li, shadow[rayCount], to);
+                if (r < 0) shadowOf[rayCount++] = static_cast<std::uint32_t>(si * nl + li);
+                reach[si * nl + li] = r;
             }
-        w.passed.resize(w.shadow.size());
-        if (tap) tap->shadowRays(worker, w.shadow.data(), static_cast<unsigned>(w.shadow.size()));
-        scene.transmissionMany(w.shadow.data(), w.passed.data(),
-                               static_cast<unsigned>(w.shadow.size()));
-        counts.shadow += w.shadow.size();
-        for (std::size_t j = 0; j < w.shadow.size(); ++j)
-            w.reach[w.shadowOf[j]] = w.passed[j];
+        float* passed = room(w.passed, rayCount);
+        if (tap) tap->shadowRays(worker, shadow, static_cast<unsigned>(rayCount));
+        scene.transmissionMany(shadow, passed, static_cast<unsigned>(rayCount));
+        counts.shadow += rayCount;
+        for (std::size_t j = 0; j < rayCount; ++j)
+            reach[shadowOf[j]] = passed[j];
 
         for (unsigned k = 0; k < m; ++k) {
-            const Premultiplied& back = w.background[w.pixel[k]];
+            const Premultiplied& back = w.background[pixel[k]];
             Premultiplied c = back;
-            if (w.surfaceOf[k] >= 0) {
-                const auto si = static_cast<std::size_t>(w.surfaceOf[k]);
-                const Shaded s = shader.finish(w.surfaces[si], w.reach.data() + si * nl);
+            if (surfaceOf[k] >= 0) {
+                const auto si = static_cast<std::size_t>(surfaceOf[k]);
+                const Shaded s =
+                    shader.finish(surfaces[si], reach + si * nl, toLight + 4 * si * nl);
                 float r = s.a * s.r, g = s.a * s.g, b = s.a * s.b, a = s.a;
                 if (a < 0.999f) {
-                    const float t = w.hits[k].ray.tfar;
-                    continueRay(w.rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
+                    const float t = hits[k].ray.tfar;
+                    continueRay(rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
                                 worker, counts);
                 }
                 c = over(r, g, b, a, back);
             }
-            add(w, w.pixel[k], c);
+            add(w, pixel[k], c);
         }
     }
 
