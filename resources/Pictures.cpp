@@ -132,7 +132,7 @@ class HelpWriter {
 
     void Heading(const QString& text) {
         y_ += 10;
-        p_.setFont(Face(16, true));
+        p_.setFont(Face(17, true));
         p_.setPen(QColor(20, 50, 130));
         p_.drawText(QRectF(kMargin, y_, kWidth, 22), Qt::AlignLeft | Qt::AlignVCenter, text);
         y_ += 24;
@@ -141,7 +141,7 @@ class HelpWriter {
         y_ += 6;
     }
     void Paragraph(const QString& text, int indent = 0) {
-        p_.setFont(Face(12));
+        p_.setFont(Face(13));
         p_.setPen(Qt::black);
         const QRectF box(kMargin + indent, y_, kWidth - indent, 1000);
         const QRectF used = p_.boundingRect(box, Qt::TextWordWrap, text);

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QLabel>
 #include <cstring>
 
 namespace {
@@ -58,8 +59,14 @@ void PathPage::ShowPathControls() {
         c.Show(1062, true);
         const VAnalyticPathEntry* entry = GetAnalyticPathEntry(row + 1);
         if (entry && entry->rowCount == 2) {
-            c.Show(LabelFor(entry->rows[0].label, true), true);
-            c.Show(LabelFor(entry->rows[1].label, false), true);
+            // The label shown names its field.
+            for (int which = 0; which < 2; ++which) {
+                QLabel* label = c.Label(LabelFor(entry->rows[which].label, which == 0));
+                QWidget* field = c.Get(which == 0 ? 1056 : 1061);
+                label->show();
+                label->setBuddy(field);
+                field->setAccessibleName(label->text());
+            }
             for (int id : {1055, 1056, 1060, 1061})
                 c.Show(id, true);
             first_->Show(w_.pathValues[row + 1][0]);

@@ -402,7 +402,7 @@ void VZarbesoWindow_Win::OkFlow() {
     }
     if (focus == controls_->Get(1041)) {
         // Enter in the text field commits the text and keeps the window.
-        SetText(text);
+        if (text != controls.text) SetText(text);
         Redraw();
         return;
     }
