@@ -24,9 +24,9 @@ void SurfacePage::Init() {
     QObject::connect(surfaces, &QComboBox::activated, surfaces,
                      [this](int row) { SurfaceSelected(row); });
     QObject::connect(Controls().Button(1084), &QAbstractButton::clicked,
-                     [this] { FacesClicked(); });
+                     [this] { ColorClicked(true); });
     QObject::connect(Controls().Button(1086), &QAbstractButton::clicked,
-                     [this] { SidesClicked(); });
+                     [this] { ColorClicked(false); });
     QObject::connect(Controls().Button(1087), &QAbstractButton::clicked, [this](bool on) {
         w_.SetLink(on);
         w_.UpdateControls();
@@ -62,18 +62,13 @@ void SurfacePage::SurfaceSelected(int row) {
     w_.UpdateControls();
 }
 
-void SurfacePage::FacesClicked() {
-    std::array<std::uint16_t, 3> color = View().GetFaceColor();
+void SurfacePage::ColorClicked(bool faces) {
+    std::array<std::uint16_t, 3> color = faces ? View().GetFaceColor() : View().GetSideColor();
     if (!PickColor(w_.Window(), color)) return;
-    w_.SetFaceColor(color);
-    w_.UpdateControls();
-    Changed();
-}
-
-void SurfacePage::SidesClicked() {
-    std::array<std::uint16_t, 3> color = View().GetSideColor();
-    if (!PickColor(w_.Window(), color)) return;
-    w_.SetSideColor(color);
+    if (faces)
+        w_.SetFaceColor(color);
+    else
+        w_.SetSideColor(color);
     w_.UpdateControls();
     Changed();
 }

@@ -17,8 +17,8 @@ class SurfacePage : public WindowPage {
 
     // The flow of a row of the Surface combo.
     void SurfaceSelected(int row);
-    void FacesClicked();
-    void SidesClicked();
+    // A new colour for the faces or for the sides; Link carries it over.
+    void ColorClicked(bool faces);
 
   private:
     std::unique_ptr<NumericField> transparency_;
