@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTabWidget>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -161,4 +162,61 @@ TEST_F(Pages, SceneAndViewRowReachTheLightsAndTheCamera) {
         SaveScreenshot(w.Widget(), "window-scene");
         PostQuit(kQuitCancel);
     });
+}
+
+TEST_F(Pages, ConvertKeepsTheAnalyticPathAsACustomOneThatDeletePathTakesAway) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        DialogControls& c = w.Controls();
+        c.Tabs(1000)->setCurrentIndex(1);
+        Choose(c.Combo(1051), 2); // Wave
+        TemplateDialog::SetObserver([](TemplateDialog* d) {
+            if (QLineEdit* name = d->Controls().Edit(1201)) name->setText("Surf");
+            d->Controls().Button(1)->click();
+        });
+        c.Button(1062)->click();
+        EXPECT_EQ(c.Combo(1051)->currentText(), "Surf");
+        EXPECT_EQ(w.currentTool, 13) << "the point tool, to edit it";
+        EXPECT_TRUE(c.Get(1063)->isVisible());
+        EXPECT_FALSE(c.Get(1056)->isVisible());
+        SaveScreenshot(w.Widget(), "window-custom-path");
+
+        // Delete Path..., with the one path marked.
+        TemplateDialog::SetObserver([](TemplateDialog* d) {
+            auto* list = d->findChild<QListWidget*>();
+            list->item(0)->setSelected(true);
+            d->Controls().Button(1301)->click();
+            d->Controls().Button(1)->click();
+        });
+        Choose(c.Combo(1051), c.Combo(1051)->count() - 1);
+        EXPECT_EQ(w.GetView()->GetCustomPathCount(), 0);
+        EXPECT_EQ(c.Combo(1051)->currentIndex(), 0) << "the Line once its path is gone";
+        PostQuit(kQuitCancel);
+    });
+}
+
+TEST_F(Pages, TheWindowGrowsForAnImageLargerThanItsFrameAndPreviewShowsTheRender) {
+    QSize grown, normal;
+    WindowRun(540, 400).Run([&](VZarbesoWindow_Win& w) {
+        grown = w.Widget()->size();
+        EXPECT_EQ(w.GetViewWidget()->size(), QSize(540, 400)) << "the image at its size";
+        // Preview draws with the final renderer until the scene changes.
+        const QImage before = w.GetViewWidget()->grab().toImage();
+        w.Controls().Button(1021)->click();
+        EXPECT_TRUE(w.GetView()->IsRenderShowing());
+        EXPECT_GT(CountDifferent(before, w.GetViewWidget()->grab().toImage()), 100);
+        SaveScreenshot(w.Widget(), "window-preview");
+        w.Controls().Button(1031)->click();
+        EXPECT_FALSE(w.GetView()->IsRenderShowing());
+        PostQuit(kQuitCancel);
+    });
+    WindowRun(300, 200).Run([&](VZarbesoWindow_Win& w) {
+        normal = w.Widget()->size();
+        const QRect frame = w.Controls().Get(1012)->geometry();
+        EXPECT_NEAR(w.GetViewWidget()->geometry().center().x(), frame.center().x(), 2)
+            << "a small image stands in the middle of the frame";
+        PostQuit(kQuitCancel);
+    });
+    EXPECT_EQ(normal, QSize(603, 439)) << "402 by 270 dialog units";
+    EXPECT_EQ(grown, normal + QSize(540 - 515, 400 - 324));
 }
