@@ -2,6 +2,8 @@
 // numbers, the host's colour picker and the View row.
 #include "host/Alerts.h"
 #include "host/ModalRun.h"
+#include "scene/VCBezierCurveModel.h"
+#include "scene/VNurbsCurShapeManipulators.h"
 #include "tests/ui/WindowRun.h"
 #include "text/FontList.h"
 #include "ui/controls/ColorButton.h"
@@ -219,4 +221,48 @@ TEST_F(Pages, TheWindowGrowsForAnImageLargerThanItsFrameAndPreviewShowsTheRender
     });
     EXPECT_EQ(normal, QSize(603, 439)) << "402 by 270 dialog units";
     EXPECT_EQ(grown, normal + QSize(540 - 515, 400 - 324));
+}
+
+TEST_F(Pages, NewPathIsDrawnInTheViewAndKeptForTheNextRun) {
+    WindowRun run;
+    run.Run([](VZarbesoWindow_Win& w) {
+        DialogControls& c = w.Controls();
+        QWidget* view = w.GetViewWidget();
+        c.Tabs(1000)->setCurrentIndex(1);
+        TemplateDialog::SetObserver([](TemplateDialog* d) {
+            if (QLineEdit* name = d->Controls().Edit(1201)) name->setText("Loop");
+            d->Controls().Button(1)->click();
+        });
+        Choose(c.Combo(1051), c.Combo(1051)->count() - 2); // New Path...
+        EXPECT_EQ(c.Combo(1051)->currentText(), "Loop");
+        EXPECT_TRUE(c.IsChecked(1067));
+        EXPECT_EQ(w.currentTool, 15);
+        for (QPoint at : {QPoint(60, 200), QPoint(150, 120), QPoint(250, 200), QPoint(340, 120)})
+            QTest::mouseClick(view, Qt::LeftButton, {}, at);
+        ASSERT_NE(w.GetView()->GetBezierModel(), nullptr);
+        EXPECT_EQ(w.GetView()->GetBezierModel()->GetPieceCount(), 3);
+        SaveScreenshot(w.Widget(), "window-drawn-path");
+
+        // Polygon Options turns the polygon tool into a star of 6 points.
+        TemplateDialog::SetObserver([](TemplateDialog* d) {
+            d->Controls().SetChecked(1211, true);
+            d->Controls().Edit(1212)->setText("6");
+            d->Controls().Button(1)->click();
+        });
+        QTest::mouseDClick(c.Get(1069), Qt::LeftButton);
+        EXPECT_EQ(w.currentTool, 18);
+        EXPECT_TRUE(c.Get(1070)->isVisible());
+        EXPECT_FALSE(c.Get(1069)->isVisible());
+        EXPECT_EQ(GetStarPoints(), 6);
+        QApplication::setActiveWindow(w.Widget());
+        c.Get(1017)->setFocus();
+        w.Command(1017);
+        PostQuit(kQuitCancel); // only if OK did not end the run
+    });
+    QString path;
+    run.Run([&](VZarbesoWindow_Win& w) {
+        path = w.Controls().Combo(1051)->currentText();
+        PostQuit(kQuitCancel);
+    });
+    EXPECT_EQ(path, "Loop");
 }

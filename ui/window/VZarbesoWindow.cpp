@@ -7,6 +7,7 @@
 #include "resources/Menus.h"
 #include "resources/Strings.h"
 #include "scene/SceneAlerts.h"
+#include "scene/VNurbsCurShapeManipulators.h"
 #include "ui/controls/DialogControls.h"
 #include "ui/dialogs/AboutBox.h"
 #include "ui/dialogs/HelpWindow.h"
@@ -303,8 +304,12 @@ void VZarbesoWindow_Win::SetTool(int number) {
         controls_->SetChecked(1027, true);
         SetSwitch(VSwitch::kPath, true);
     }
-    // A new tool starts with nothing selected.
-    view.GetSceneManager()->selection.Clear();
+    // A new tool starts with nothing selected; the point tools show the
+    // path's anchors, the others hide them.
+    if (number == 13 || number == 14 || number == 19 || number == 20)
+        view.BeginCurveEdit();
+    else
+        view.EndCurveEdit();
     view.SetTool(number);
     Redraw();
 }
@@ -315,14 +320,20 @@ void VZarbesoWindow_Win::ToolDoubleClicked(int id) {
         numericControls_->SelectPage(id <= 1006 ? NumericControls::kTextPage
                                                 : NumericControls::kCameraPage);
     } else if (id == 1069 || id == 1070) {
-        int sides = 0;
+        int count = GetShapeCount(GetView()->GetTool());
         bool polygon = polygonNotStar;
-        if (AskPolygonOptions(Window(), polygon, sides) && polygon != polygonNotStar) {
+        if (!AskPolygonOptions(Window(), polygon, count)) return;
+        if (polygon != polygonNotStar) {
             polygonNotStar = polygon;
+            SelectToolButton(polygon ? 1069 : 1070);
             SetTool(polygon ? 17 : 18);
             drawingPath = true;
             pathPage_->ShowPathControls();
         }
+        if (polygonNotStar)
+            SetPolygonSides(count);
+        else
+            SetStarPoints(count);
     }
 }
 

@@ -88,15 +88,15 @@ void VZarbesoWindow_Win::DeleteKey() {
     VZarbesoView& view = *GetView();
     VZarbesoSceneManager* scene = view.GetSceneManager();
     SetCurrent3DView(&view);
-    // With Ctrl every light goes, without it the selected one.
-    if (QApplication::keyboardModifiers() & Qt::ControlModifier) {
-        if (!scene->GetLightCount()) return;
-        scene->DeleteAllLights();
-    } else {
-        // With no light to delete the key goes on to the control that has
-        // the focus.
-        const std::uint32_t lights = scene->GetLightCount();
-        scene->DeleteSelected();
+    // A tool that edits the path's points takes the key first; then the
+    // lights: with Ctrl all of them, without it the selected one. With
+    // nothing to delete the key goes on to the control that has the focus.
+    const std::uint32_t lights = scene->GetLightCount();
+    if (!view.DeleteSelectedPoint()) {
+        if (QApplication::keyboardModifiers() & Qt::ControlModifier)
+            scene->DeleteAllLights();
+        else
+            scene->DeleteSelected();
         if (scene->GetLightCount() == lights) return;
     }
     gAcceleratorHandled = 1;
