@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <poll.h>
@@ -164,7 +166,8 @@ TEST_F(RealModule, OnATerminalCtrlCStopsTheRenderWithNothingWritten) {
     const std::string before = bytes(In("big.png"));
     int master = -1;
     const pid_t pid = forkpty(&master, nullptr, nullptr, nullptr);
-    ASSERT_GE(pid, 0);
+    // a root without /dev/pts (a bare chroot) has no terminal to offer
+    if (pid < 0) GTEST_SKIP() << "no pseudo-terminal here: " << std::strerror(errno);
     if (pid == 0) {
         for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             unsetenv(name);
