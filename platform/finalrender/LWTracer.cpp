@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <new>
 #include <thread>
 
 namespace lwsl {
@@ -199,27 +200,44 @@ class Picture {
                 if (w == 0 && progress) report(progress, done, total, stop);
             }
         };
+        // memory that runs out in a worker stops them all; the picture then
+        // fails once every thread has ended
+        std::atomic<bool> failed{false};
+        auto guarded = [&](unsigned w) {
+            try {
+                work(w);
+            } catch (...) {
+                failed = true;
+                stop = true;
+            }
+        };
         if (progress && !progress(0, total)) return TraceResult::Stopped;
         std::vector<std::thread> threads;
         threads.reserve(workers);
         unsigned started = 1;
         for (unsigned w = 1; w < workers; ++w) {
             try {
-                threads.emplace_back(work, w);
+                threads.emplace_back(guarded, w);
                 ++started;
             } catch (...) {
                 break; // fewer threads: the others take the tiles
             }
         }
-        work(0);
+        guarded(0);
         // the calling thread has no tiles left: it tells the progress while
         // the others finish theirs
-        while (progress && !stop && done < total) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-            report(progress, done, total, stop);
+        try {
+            while (progress && !stop && done < total) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(5));
+                report(progress, done, total, stop);
+            }
+        } catch (...) {
+            failed = true;
+            stop = true;
         }
         for (std::thread& t : threads)
             t.join();
+        if (failed) throw std::bad_alloc();
         figures.threads = started;
         for (const WorkerFigures& c : counts) {
             figures.primaryRays += c.primary;
