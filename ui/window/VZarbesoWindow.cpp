@@ -53,11 +53,11 @@ struct WaitCursor {
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
 };
 
-// Reports double clicks on the tool buttons, which have no signal of their
-// own for them.
-class DoubleClickFilter : public QObject {
+// Reports double clicks on the tool buttons and clicks on the logo, which
+// have no signals of their own for them.
+class ClickFilter : public QObject {
   public:
-    explicit DoubleClickFilter(VZarbesoWindow_Win& window) : w_(window) {}
+    explicit ClickFilter(VZarbesoWindow_Win& window) : w_(window) {}
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonDblClick)
             w_.ToolDoubleClicked(watched->objectName().toInt());
@@ -123,8 +123,6 @@ void VZarbesoWindow_Win::Start(int16 invocation) {
     for (auto [id, text] : kButtonTexts)
         controls_->Button(id)->setText(QString::fromStdString(plumet::LoadString(text)));
     viewWidget_ = new ViewWidget(*this, dialog_.get());
-    // The view lies under the frame's placeholder, in the keyboard's order.
-    QWidget::setTabOrder(controls_->Get(1024), viewWidget_);
 
     textPage_ = std::make_unique<TextPage>(*this);
     pathPage_ = std::make_unique<PathPage>(*this);
@@ -142,7 +140,7 @@ void VZarbesoWindow_Win::Start(int16 invocation) {
         tabs->addTab(new QWidget, QString::fromStdString(item));
     QObject::connect(tabs, &QTabWidget::currentChanged, dialog_.get(), [this] { SwitchPage(); });
 
-    auto* clicks = new DoubleClickFilter(*this);
+    auto* clicks = new ClickFilter(*this);
     clicks->setParent(dialog_.get());
     std::size_t toolCount = 0;
     const ToolEntry* tools = ToolTable(&toolCount);
