@@ -2,7 +2,7 @@
 // pixel reads and PNG output for looking at what was drawn.
 #pragma once
 
-#include "platform/qd3d/QD3D.h"
+#include "tests/qd3d/Q3LibraryTest.h"
 
 #include <QImage>
 #include <QString>

@@ -8,17 +8,15 @@
 
 namespace {
 
-class Bounds : public ::testing::Test {
+class Bounds : public q3test::LibraryTest {
   protected:
     void SetUp() override {
-        Q3Initialize();
+        LibraryTest::SetUp();
         view = Q3View_New();
-        before = Q3Memory_CountObjects();
     }
     void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
         Q3Object_Dispose(view);
-        Q3Exit();
+        LibraryTest::TearDown();
     }
     // The box of one object, submitted after the given transforms.
     TQ3BoundingBox box(TQ3Object o, std::initializer_list<TQ3Object> before = {}) {
@@ -32,7 +30,6 @@ class Bounds : public ::testing::Test {
         return b;
     }
     TQ3ViewObject view = nullptr;
-    TQ3Uns32 before = 0;
 };
 
 void expectBox(const TQ3BoundingBox& b, TQ3Point3D lo, TQ3Point3D hi, float tol = 1e-4f) {

@@ -11,19 +11,7 @@ using namespace q3test;
 
 namespace {
 
-class Cameras : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
-    }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Error_Get(nullptr);
-        Q3Exit();
-    }
-    TQ3Uns32 before = 0;
-};
+using Cameras = q3test::LibraryTest;
 
 // The window position of a world point through a view's pass matrices.
 TQ3Point3D toWindow(TQ3ViewObject view, TQ3Point3D p) {

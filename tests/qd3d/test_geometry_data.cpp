@@ -10,21 +10,17 @@ using namespace q3test;
 
 namespace {
 
-class GeometryData : public ::testing::Test {
+class GeometryData : public LibraryTest {
   protected:
     void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
+        LibraryTest::SetUp();
         set = colourSet(1, 0, 0);
     }
     void TearDown() override {
         EXPECT_EQ(Q3Shared_GetReferenceCount(set), 1u) << "a reference to the set was kept";
         Q3Object_Dispose(set);
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Error_Get(nullptr);
-        Q3Exit();
+        LibraryTest::TearDown();
     }
-    TQ3Uns32 before = 0;
     TQ3AttributeSet set = nullptr;
 };
 

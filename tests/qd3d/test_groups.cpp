@@ -1,6 +1,6 @@
 // Groups: positions and order, what each kind accepts, removal and the
 // display state.
-#include "platform/qd3d/QD3D.h"
+#include "tests/qd3d/Q3TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -8,30 +8,12 @@
 
 namespace {
 
-class Groups : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
-    }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Exit();
-    }
-    TQ3Uns32 before = 0;
-};
+using Groups = q3test::LibraryTest;
 
 std::vector<TQ3Object> members(TQ3GroupObject g) {
-    std::vector<TQ3Object> out;
-    TQ3GroupPosition p = nullptr;
-    Q3Group_GetFirstPosition(g, &p);
-    while (p) {
-        TQ3Object o = nullptr;
-        Q3Group_GetPositionObject(g, p, &o);
-        out.push_back(o);
-        Q3Object_Dispose(o);
-        Q3Group_GetNextPosition(g, &p);
-    }
+    std::vector<TQ3Object> out = q3test::Members(g);
+    for (TQ3Object o : out)
+        Q3Object_Dispose(o); // the group keeps its own reference
     return out;
 }
 

@@ -1,7 +1,7 @@
 // Objects: reference counts, the class tree, registered elements, attribute
 // sets, strings, storage, and the answers to bad input.
-#include "platform/qd3d/QD3D.h"
 #include "platform/qd3d/QD3DRendererExtension.h"
+#include "tests/qd3d/Q3TestSupport.h"
 
 #include <gtest/gtest.h>
 
@@ -11,19 +11,7 @@
 
 namespace {
 
-class Objects : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        ASSERT_EQ(Q3Initialize(), kQ3Success);
-        before = Q3Memory_CountObjects();
-        Q3Error_Get(nullptr);
-    }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before) << "objects leaked";
-        Q3Exit();
-    }
-    TQ3Uns32 before = 0;
-};
+using Objects = q3test::LibraryTest;
 
 TEST_F(Objects, ReferenceCountsHandOverAndGiveBack) {
     TQ3AttributeSet set = Q3AttributeSet_New();

@@ -8,11 +8,10 @@ using namespace q3test;
 
 namespace {
 
-class Pick : public ::testing::Test {
+class Pick : public LibraryTest {
   protected:
     void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
+        LibraryTest::SetUp();
         tv = std::make_unique<TestView>(64, 64, 5, true);
         root = Q3DisplayGroup_New();
         // far square, id 1; near small square, id 2, moved by a translation
@@ -41,8 +40,7 @@ class Pick : public ::testing::Test {
         for (TQ3Object o : {far, nearSquare, line, inner, root})
             Q3Object_Dispose(o);
         tv.reset();
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Exit();
+        LibraryTest::TearDown();
     }
 
     TQ3PickObject pickAt(float x, float y) {
@@ -64,7 +62,6 @@ class Pick : public ::testing::Test {
     TQ3GroupObject root = nullptr, inner = nullptr;
     TQ3Object far = nullptr, nearSquare = nullptr, line = nullptr;
     TQ3GroupPosition nearPosition = nullptr, innerPosition = nullptr;
-    TQ3Uns32 before = 0;
 };
 
 TEST_F(Pick, NearestFirstWithIdsPointAndDistance) {

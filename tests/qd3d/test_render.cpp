@@ -12,18 +12,7 @@ using namespace q3test;
 
 namespace {
 
-class Render : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
-    }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Exit();
-    }
-    TQ3Uns32 before = 0;
-};
+using Render = q3test::LibraryTest;
 
 void expectPixel(const Pixel& p, int a, int r, int g, int b, int tol = 2) {
     EXPECT_NEAR(p.a, a, tol);

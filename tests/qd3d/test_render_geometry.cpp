@@ -11,19 +11,16 @@ using namespace q3test;
 
 namespace {
 
-class Geometry : public ::testing::Test {
+class Geometry : public LibraryTest {
   protected:
     void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
+        LibraryTest::SetUp();
         nul = Q3NULLIllumination_New();
     }
     void TearDown() override {
         Q3Object_Dispose(nul);
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Exit();
+        LibraryTest::TearDown();
     }
-    TQ3Uns32 before = 0;
     TQ3Object nul = nullptr;
 };
 

@@ -12,19 +12,7 @@ using namespace q3test;
 
 namespace {
 
-class Robustness : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        Q3Initialize();
-        before = Q3Memory_CountObjects();
-    }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before);
-        Q3Error_Get(nullptr);
-        Q3Exit();
-    }
-    TQ3Uns32 before = 0;
-};
+using Robustness = q3test::LibraryTest;
 
 TEST_F(Robustness, RandomScenesRenderPickAndBound) {
     std::mt19937 rng(12345);
