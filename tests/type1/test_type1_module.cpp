@@ -91,6 +91,15 @@ struct Recorder {
 
 const ATMFixedMatrix kFlipY{0x10000, 0, 0, -0x10000, 0, 0};
 
+// The outline of one character through the wide or the code-page entry.
+int Outline(Module& m, HDC dc, unsigned c, Recorder& r, bool wide = true,
+            const ATMFixedMatrix* matrix = &kFlipY) {
+    return wide ? m.outlineW(dc, static_cast<std::uint16_t>(c), matrix, Recorder::Move,
+                             Recorder::Line, Recorder::Curve, Recorder::Close, &r)
+                : m.outlineA(dc, static_cast<std::uint16_t>(c), matrix, Recorder::Move,
+                             Recorder::Line, Recorder::Curve, Recorder::Close, &r);
+}
+
 struct Context {
     HDC dc = CreateICA("DISPLAY", nullptr, nullptr, nullptr);
     HFONT font = nullptr;
@@ -130,9 +139,8 @@ TEST(Type1Module, ListsEachFaceOnceAfterStarting) {
     Module m;
     ASSERT_NE(m.handle, nullptr) << dlerror();
     ASSERT_TRUE(m.properlyLoaded && m.enumFonts && m.outlineA && m.outlineW && m.finish);
-    EXPECT_EQ(
-        m.enumFonts([](const LOGFONTA*, const char*, std::uint16_t, void*) { return 1; }, nullptr),
-        ATM_NOTSTARTED);
+    const auto all = [](const LOGFONTA*, const char*, std::uint16_t, void*) { return 1; };
+    EXPECT_EQ(m.enumFonts(all, nullptr), ATM_NOTSTARTED);
     ASSERT_TRUE(m.properlyLoaded());
     const auto faces = ListFaces(m);
     EXPECT_EQ(faces.size(), 35u);
@@ -159,9 +167,7 @@ TEST(Type1Module, ListsEachFaceOnceAfterStarting) {
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(m.enumFonts(nullptr, nullptr), ATM_BADPARAMETER);
     m.finish();
-    EXPECT_EQ(
-        m.enumFonts([](const LOGFONTA*, const char*, std::uint16_t, void*) { return 1; }, nullptr),
-        ATM_NOTSTARTED);
+    EXPECT_EQ(m.enumFonts(all, nullptr), ATM_NOTSTARTED);
 }
 
 TEST(Type1Module, OutlinesAreCubicPostScriptWoundAndClosed) {
@@ -173,9 +179,7 @@ TEST(Type1Module, OutlinesAreCubicPostScriptWoundAndClosed) {
     Context context(&sans->font);
 
     Recorder o;
-    ASSERT_EQ(m.outlineW(context.dc, 'O', &kFlipY, Recorder::Move, Recorder::Line, Recorder::Curve,
-                         Recorder::Close, &o),
-              ATM_NOERR);
+    ASSERT_EQ(Outline(m, context.dc, 'O', o), ATM_NOERR);
     ASSERT_EQ(o.contours.size(), 2u);
     for (std::size_t i = 0; i < 2; ++i) {
         const std::string& c = o.contours[i];
@@ -200,17 +204,13 @@ TEST(Type1Module, OutlinesAreCubicPostScriptWoundAndClosed) {
 
     // A straight letter: lines only, the closing line left implicit.
     Recorder h;
-    ASSERT_EQ(m.outlineA(context.dc, 'H', &kFlipY, Recorder::Move, Recorder::Line, Recorder::Curve,
-                         Recorder::Close, &h),
-              ATM_NOERR);
+    ASSERT_EQ(Outline(m, context.dc, 'H', h, false), ATM_NOERR);
     ASSERT_EQ(h.contours.size(), 1u);
     EXPECT_EQ(h.contours[0], "M" + std::string(11, 'L') + "Z"); // twelve corners
 
     // A space: no contour but success.
     Recorder space;
-    EXPECT_EQ(m.outlineA(context.dc, ' ', &kFlipY, Recorder::Move, Recorder::Line, Recorder::Curve,
-                         Recorder::Close, &space),
-              ATM_NOERR);
+    EXPECT_EQ(Outline(m, context.dc, ' ', space, false), ATM_NOERR);
     EXPECT_TRUE(space.contours.empty());
     m.finish();
 }
@@ -220,8 +220,7 @@ TEST(Type1Module, RefusesWhatItCannotDo) {
     ASSERT_TRUE(m.handle);
     Recorder r;
     auto outline = [&](HDC dc, unsigned c, const ATMFixedMatrix* matrix) {
-        return m.outlineW(dc, static_cast<std::uint16_t>(c), matrix, Recorder::Move, Recorder::Line,
-                          Recorder::Curve, Recorder::Close, &r);
+        return Outline(m, dc, c, r, true, matrix);
     };
     Context none(nullptr);
     EXPECT_EQ(outline(none.dc, 'A', &kFlipY), ATM_NOTSTARTED);
@@ -235,21 +234,15 @@ TEST(Type1Module, RefusesWhatItCannotDo) {
     EXPECT_EQ(outline(nullptr, 'A', &kFlipY), ATM_BADPARAMETER);
     EXPECT_EQ(outline(context.dc, 'A', nullptr), ATM_BADPARAMETER);
     EXPECT_EQ(outline(context.dc, 0xE000, &kFlipY), ATM_NOCHAR);
-    EXPECT_EQ(m.outlineA(context.dc, 0x20AC, &kFlipY, Recorder::Move, Recorder::Line,
-                         Recorder::Curve, Recorder::Close, &r),
-              ATM_NOCHAR);
+    EXPECT_EQ(Outline(m, context.dc, 0x20AC, r, false), ATM_NOCHAR);
     // Byte 0x80 of the code page is the euro sign.
-    EXPECT_EQ(m.outlineA(context.dc, 0x80, &kFlipY, Recorder::Move, Recorder::Line, Recorder::Curve,
-                         Recorder::Close, &r),
-              ATM_NOERR);
+    EXPECT_EQ(Outline(m, context.dc, 0x80, r, false), ATM_NOERR);
     EXPECT_FALSE(r.contours.empty());
 
     // A callback that answers 0 cancels the outline.
     Recorder stopper;
     stopper.stopAfter = 3;
-    EXPECT_EQ(m.outlineW(context.dc, 'B', &kFlipY, Recorder::Move, Recorder::Line, Recorder::Curve,
-                         Recorder::Close, &stopper),
-              ATM_CANCELED);
+    EXPECT_EQ(Outline(m, context.dc, 'B', stopper), ATM_CANCELED);
     EXPECT_EQ(stopper.calls, 3);
 
     LOGFONTA unknown = roman->font;
