@@ -46,20 +46,16 @@ bool IsEmpty(const Rect& r) {
 }
 } // namespace
 
-TEST_F(Dispatch, UnknownSelectorsAreBadParametersAndTouchNothing) {
+TEST_F(Dispatch, FixedAnswersAndUnknownSelectorsThatTouchNothing) {
     FakeHost host(20, 20, 3, plugInModeRGBColor, 1);
     const FilterRecord before = host.record;
     for (int16 selector : {int16(6), int16(-1), int16(100)}) {
         EXPECT_EQ(Call(selector, &host.record), filterBadParameters);
     }
     EXPECT_EQ(0, std::memcmp(&before, &host.record, sizeof before));
-}
-
-TEST_F(Dispatch, FixedAnswersOfAboutContinueAndFinish) {
     AboutRecord about{};
     EXPECT_EQ(Call(filterSelectorAbout, &about), 0);
     EXPECT_EQ(gAlerts, std::vector<int>{kAboutBoxId});
-    FakeHost host(20, 20, 3, plugInModeRGBColor, 1);
     host.record.inRect = {1, 2, 3, 4};
     host.record.outRect = {1, 2, 3, 4};
     EXPECT_EQ(Call(filterSelectorContinue, &host.record), 0);
