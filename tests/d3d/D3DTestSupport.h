@@ -3,27 +3,29 @@
 #pragma once
 
 #include "d3d/DCustomElements.h"
-#include "platform/qd3d/QD3D.h"
-
-#include <gtest/gtest.h>
+#include "tests/qd3d/Q3LibraryTest.h"
 
 #include <cstdint>
 #include <functional>
 
-class D3DTest : public ::testing::Test {
+// The library's starts nest: the outer one holds the elements, the inner one
+// counts the test's objects.
+class D3DTest : public q3test::LibraryTest {
   protected:
     void SetUp() override {
-        Q3Initialize();
+        ASSERT_EQ(Q3Initialize(), kQ3Success);
         RegisterCustomElements();
-        before = Q3Memory_CountObjects();
+        LibraryTest::SetUp();
     }
     void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before) << "library objects leaked";
+        LibraryTest::TearDown();
         UnregisterCustomElements();
         Q3Exit();
     }
-    std::uint32_t before = 0;
 };
+
+using q3test::DisposeAll;
+using q3test::Members;
 
 // The code an action threw, or 0 if it threw nothing.
 inline std::int32_t ThrownCode(const std::function<void()>& action) {
@@ -33,24 +35,4 @@ inline std::int32_t ThrownCode(const std::function<void()>& action) {
         return code;
     }
     return 0;
-}
-
-// The members of a group, in order, as new references the caller disposes of.
-inline std::vector<TQ3Object> Members(TQ3GroupObject group) {
-    std::vector<TQ3Object> out;
-    TQ3GroupPosition p = nullptr;
-    Q3Group_GetFirstPosition(group, &p);
-    while (p) {
-        TQ3Object o = nullptr;
-        Q3Group_GetPositionObject(group, p, &o);
-        out.push_back(o);
-        Q3Group_GetNextPosition(group, &p);
-    }
-    return out;
-}
-
-inline void DisposeAll(std::vector<TQ3Object>& objects) {
-    for (TQ3Object o : objects)
-        if (o) Q3Object_Dispose(o);
-    objects.clear();
 }

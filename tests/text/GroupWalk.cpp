@@ -119,19 +119,6 @@ double Det(const TQ3Point3D& a, const TQ3Point3D& b, const TQ3Point3D& c) {
 
 } // namespace
 
-std::vector<TQ3Object> Members(TQ3GroupObject group) {
-    std::vector<TQ3Object> out;
-    TQ3GroupPosition at = nullptr;
-    Q3Group_GetFirstPosition(group, &at);
-    while (at) {
-        TQ3Object member = nullptr;
-        Q3Group_GetPositionObject(group, at, &member);
-        out.push_back(member);
-        Q3Group_GetNextPosition(group, &at);
-    }
-    return out;
-}
-
 TQ3Point3D Apply(const TQ3Matrix4x4& m, const TQ3Point3D& p) {
     TQ3Point3D r;
     Q3Point3D_Transform(&p, &m, &r);

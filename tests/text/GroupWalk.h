@@ -3,7 +3,7 @@
 // applied as the library applies them), its styles and its attributes.
 #pragma once
 
-#include "platform/qd3d/QD3D.h"
+#include "tests/qd3d/Q3LibraryTest.h"
 
 #include <cstdint>
 #include <vector>
@@ -45,8 +45,7 @@ Walked Walk(TQ3GroupObject group);
 // The product of the transforms in a group, in the library's row-vector
 // form: a point p of the contents lands at p * matrix.
 TQ3Matrix4x4 HeadMatrix(TQ3GroupObject group);
-// The members of a group, each a new reference the caller disposes of.
-std::vector<TQ3Object> Members(TQ3GroupObject group);
+using q3test::Members;
 
 TQ3Point3D Apply(const TQ3Matrix4x4& m, const TQ3Point3D& p);
 TQ3Vector3D ApplyVector(const TQ3Matrix4x4& m, const TQ3Vector3D& v);

@@ -12,11 +12,10 @@
 #include <cstdint>
 #include <vector>
 
-class TextGeomTest : public ::testing::Test {
+class TextGeomTest : public q3test::LibraryTest {
   protected:
     void SetUp() override {
-        ASSERT_EQ(Q3Initialize(), kQ3Success);
-        before = Q3Memory_CountObjects();
+        LibraryTest::SetUp();
         // TrueType faces are enough here; the Type 1 module stays unloaded.
         if (GetFontList().GetCount() == 0) {
             SetType1ModulePath("");
@@ -25,11 +24,6 @@ class TextGeomTest : public ::testing::Test {
         }
         ASSERT_TRUE(SelectFont("DejaVu Sans"));
     }
-    void TearDown() override {
-        EXPECT_EQ(Q3Memory_CountObjects(), before) << "library objects leaked";
-        Q3Exit();
-    }
-    std::uint32_t before = 0;
 };
 
 // The outer contours of a chain, in text order.
