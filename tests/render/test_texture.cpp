@@ -1,15 +1,12 @@
 // The texture of the text: loading pictures and putting the shader on a group.
 #include "render/TextureImage.h"
+#include "tests/qd3d/Q3LibraryTest.h"
 
 #include <QImage>
 #include <filesystem>
-#include <gtest/gtest.h>
 
 namespace {
-struct Library : ::testing::Test {
-    void SetUp() override { ASSERT_EQ(Q3Initialize(), kQ3Success); }
-    void TearDown() override { Q3Exit(); }
-};
+using Library = q3test::LibraryTest;
 
 TQ3Uns32 CountObjects(TQ3GroupObject group) {
     TQ3Uns32 n = 0;
