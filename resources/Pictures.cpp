@@ -113,9 +113,10 @@ QImage About(int w, int h) {
     p.drawText(QPointF(34, 40), "Lumerra 3D");
     p.setFont(Face(12));
     p.setPen(QColor(190, 200, 220));
-    p.drawText(QRectF(34, 222, 430, 20), Qt::AlignLeft,
-               "Extruded 3D text set along a path, lit, textured and rendered into your image.");
-    p.drawText(QRectF(34, 244, 430, 20), Qt::AlignLeft, "Version 0.1");
+    // Two short lines, clear of the plume on the right.
+    p.drawText(QPointF(34, 222), "Extruded 3D text set along a path, lit, textured");
+    p.drawText(QPointF(34, 240), "and rendered into your image.");
+    p.drawText(QPointF(34, 264), "Version 0.1");
     return image;
 }
 

@@ -4,11 +4,15 @@
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "hosts/DisplayPixels.h"
+#include "ui/controls/DialogControls.h"
 #include "ui/window/WindowInstall.h"
 
 #include <QApplication>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
+#include <gtest/gtest.h>
+#include <set>
 
 namespace {
 std::function<void(VZarbesoWindow_Win&)> gScript;
@@ -90,4 +94,49 @@ int CountDifferent(const QImage& a, const QImage& b) {
         for (int x = 0; x < std::min(a.width(), b.width()); ++x)
             n += a.pixel(x, y) != b.pixel(x, y);
     return n;
+}
+
+void ExpectKeyboardReachesAndNames(const DialogControls& controls, QWidget* start,
+                                   const std::string& where) {
+    using plumet::ControlKind;
+    QApplication::setActiveWindow(controls.Window()->window());
+    start->setFocus();
+    std::set<QWidget*> reached;
+    for (int i = 0; i < 80; ++i) {
+        QWidget* focus = QApplication::focusWidget();
+        if (!focus) break;
+        for (QWidget* p = focus; p; p = p->parentWidget())
+            reached.insert(p);
+        QTest::keyClick(focus, Qt::Key_Tab);
+    }
+    const plumet::DialogTemplate& t = controls.Template();
+    int radios = 0, radiosReached = 0;
+    for (std::size_t i = 0; i < t.count; ++i) {
+        const plumet::ControlTemplate& c = t.controls[i];
+        QWidget* widget = controls.Get(c.id);
+        if (!widget || !widget->isVisible() || !widget->isEnabled()) continue;
+        switch (c.kind) {
+        case ControlKind::Edit:
+        case ControlKind::DropList:
+        case ControlKind::NumberCombo:
+        case ControlKind::ColorButton:
+        case ControlKind::ToolButton:
+        case ControlKind::ListBox:
+            EXPECT_FALSE(widget->accessibleName().isEmpty()) << where << ": " << c.id;
+            [[fallthrough]];
+        case ControlKind::Button:
+        case ControlKind::DefaultButton:
+        case ControlKind::CheckBox:
+            EXPECT_TRUE(reached.count(widget)) << where << ": " << c.id;
+            break;
+        case ControlKind::Radio:
+            // Tab visits one button of a group, the arrows the others.
+            ++radios;
+            radiosReached += int(reached.count(widget));
+            break;
+        default:
+            break;
+        }
+    }
+    EXPECT_TRUE(radios == 0 || radiosReached > 0) << where << ": the radio buttons";
 }

@@ -10,6 +10,9 @@
 #include <QImage>
 #include <QString>
 #include <functional>
+#include <string>
+
+class DialogControls;
 
 struct WindowRun {
     WindowRun(int width = 400, int height = 260);
@@ -29,5 +32,10 @@ struct WindowRun {
 
 // Saves a widget's picture under the tests' output folder.
 void SaveScreenshot(QWidget* widget, const QString& name);
+// Tabs round the window of `controls` from `start` and expects every shown,
+// enabled control that takes input to be reached, and every field to carry a
+// name for assistive tools; `where` names the window in the failures.
+void ExpectKeyboardReachesAndNames(const DialogControls& controls, QWidget* start,
+                                   const std::string& where);
 // Counts the pixels whose colour differs between two pictures of one size.
 int CountDifferent(const QImage& a, const QImage& b);

@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <functional>
@@ -71,6 +72,8 @@ TEST_F(Dialogs, NumericControlsFollowsTheViewAndAppliesWhatIsTyped) {
         ASSERT_TRUE(nc);
         EXPECT_EQ(gNumericControls, nc);
         SaveScreenshot(nc, "numeric-text");
+        QTabBar* tabs = nc->Controls().Tabs(1100)->tabBar();
+        ExpectKeyboardReachesAndNames(nc->Controls(), tabs, "Numeric Controls, Text");
         auto field = [nc](int id) { return nc->Controls().Combo(id)->currentText(); };
 
         // A drag of the text tool moves Slide through the view's broadcast.
@@ -87,6 +90,7 @@ TEST_F(Dialogs, NumericControlsFollowsTheViewAndAppliesWhatIsTyped) {
         QTest::mouseDClick(w.Controls().Get(1008), Qt::LeftButton);
         EXPECT_EQ(nc->CurrentPage(), NumericControls::kCameraPage);
         SaveScreenshot(nc, "numeric-camera");
+        ExpectKeyboardReachesAndNames(nc->Controls(), tabs, "Numeric Controls, Camera");
         EXPECT_EQ(field(1147), "0") << "Move X of the Home view";
         Type(*nc, 1147, "50");
         TQ3Matrix4x4 pan;
@@ -113,6 +117,25 @@ TEST_F(Dialogs, NumericControlsFollowsTheViewAndAppliesWhatIsTyped) {
         PostQuit(kQuitCancel);
     });
     EXPECT_EQ(gNumericControls, nullptr) << "the dialog goes with the window";
+}
+
+TEST_F(Dialogs, EveryModalDialogIsNamedAndTheKeyboardReachesIt) {
+    gDialogScript = [](TemplateDialog* d) {
+        ExpectKeyboardReachesAndNames(d->Controls(), d->Controls().Get(2),
+                                      d->windowTitle().toStdString());
+        d->reject();
+    };
+    std::string name = "Arc";
+    bool polygon = true, tips = true;
+    int count = 5, size = 3;
+    AskCustomViewName(nullptr, name);
+    AskCustomPathName(nullptr, name);
+    AskPolygonOptions(nullptr, polygon, count);
+    AskOptions(nullptr, tips, size, [] {});
+    QComboBox paths;
+    for (int row = 0; row < 13; ++row)
+        paths.addItem(row == 9 ? "Arc" : "Line");
+    AskDeletePaths(nullptr, &paths);
 }
 
 TEST_F(Dialogs, PolygonOptionsRefusesCountsOutsideThreeToTwenty) {
