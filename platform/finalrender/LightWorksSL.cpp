@@ -10,6 +10,7 @@
 
 #include <oneapi/tbb/global_control.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <new>
@@ -112,6 +113,25 @@ Renderer* self(void* p) {
     return static_cast<Renderer*>(p);
 }
 
+TQ3LightWorksSLSettingsDialog gSettingsDialog = nullptr;
+
+TQ3Status configure(void* p, TQ3DialogAnchor anchor, TQ3Boolean* canceled) {
+    *canceled = kQ3True;
+    if (!gSettingsDialog) {
+        q3::postError(kQ3ErrorUnsupportedFunctionality);
+        return kQ3Failure;
+    }
+    TraceOptions& o = self(p)->options;
+    TQ3LightWorksSLSettings s{o.samplesPerSide, o.adaptive ? kQ3True : kQ3False,
+                              o.shadows ? kQ3True : kQ3False};
+    if (gSettingsDialog(anchor, &s) == kQ3False) return kQ3Success;
+    o.samplesPerSide = std::clamp<TQ3Uns32>(s.samplesPerSide, 1, 8);
+    o.adaptive = s.adaptive != kQ3False;
+    o.shadows = s.shadows != kQ3False;
+    *canceled = kQ3False;
+    return kQ3Success;
+}
+
 TQ3XRendererMethods makeMethods() {
     TQ3XRendererMethods m{};
     m.newInstance = []() -> void* { return new (std::nothrow) Renderer; };
@@ -141,6 +161,7 @@ TQ3XRendererMethods makeMethods() {
     // finished picture: the ray tracer leaves them out.
     m.endPass = [](void* p, TQ3ViewObject view) { return self(p)->endPass(view); };
     m.cancelPass = [](void* p) { self(p)->scene.clear(); };
+    m.modalConfigure = configure;
     return m;
 }
 
@@ -188,6 +209,10 @@ bool registered() {
 using namespace lwsl;
 
 extern "C" {
+
+void Q3LightWorks_SL_SetSettingsDialog(TQ3LightWorksSLSettingsDialog dialog) {
+    gSettingsDialog = dialog;
+}
 
 TQ3Status Q3LightWorks_SL_Initialise(const char* className, const char* nickName,
                                      const char* menuName) {

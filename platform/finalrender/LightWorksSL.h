@@ -44,6 +44,22 @@ TQ3Status Q3LightWorks_SL_GetAdaptiveSamples(TQ3RendererObject renderer, TQ3Bool
 /* Shadows from the lights that cast them: on in a new renderer. */
 TQ3Status Q3LightWorks_SL_SetShadows(TQ3RendererObject renderer, TQ3Boolean shadows);
 
+/* What a renderer's settings dialog shows and may change. */
+typedef struct TQ3LightWorksSLSettings {
+    TQ3Uns32 samplesPerSide; /* 1 to 8 */
+    TQ3Boolean adaptive;
+    TQ3Boolean shadows;
+} TQ3LightWorksSLSettings;
+
+/* The dialog behind Q3Renderer_ModalConfigure: it is given the renderer's
+ * settings and the caller's window, and answers kQ3True when the user kept
+ * what it now holds, kQ3False when the user cancelled. The library has no
+ * window of its own: without a dialog, configuring fails as unsupported.
+ * NULL removes it. */
+typedef TQ3Boolean (*TQ3LightWorksSLSettingsDialog)(TQ3DialogAnchor anchor,
+                                                    TQ3LightWorksSLSettings* settings);
+void Q3LightWorks_SL_SetSettingsDialog(TQ3LightWorksSLSettingsDialog dialog);
+
 /* Figures of the renderer's last picture. Rays are traced only where the
  * scene can be seen; the other pixels get the background at once. The view's
  * idle progress method is told how many of the traced pixels are done. */

@@ -49,6 +49,8 @@ TEST(FinalRenderer, IsAClassOfRenderersWhoseSettingsRefuseWhatTheyCannotTake) {
     TQ3RendererObject other = Q3Renderer_NewFromType(kQ3RendererTypeInteractive);
     ASSERT_NE(r, nullptr);
     EXPECT_EQ(Q3Renderer_IsInteractive(r), kQ3False);
+    // Its settings dialog is the caller's: without one, configuring fails.
+    EXPECT_EQ(Q3Renderer_HasModalConfigure(r), kQ3True);
     TQ3Boolean canceled = kQ3False;
     EXPECT_EQ(Q3Renderer_ModalConfigure(r, nullptr, &canceled), kQ3Failure);
     EXPECT_EQ(canceled, kQ3True);
@@ -64,6 +66,21 @@ TEST(FinalRenderer, IsAClassOfRenderersWhoseSettingsRefuseWhatTheyCannotTake) {
     EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(other, kQ3True), kQ3Failure);
     EXPECT_EQ(Q3LightWorks_SL_SetTransparencyAffectsAlpha(nullptr, kQ3True), kQ3Failure);
     EXPECT_EQ(Q3LightWorks_SL_GetSamplesPerSide(r, nullptr), kQ3Failure);
+    // A dialog that asks for 5 samples a side: kept on OK, dropped on Cancel.
+    static TQ3Boolean keep;
+    Q3LightWorks_SL_SetSettingsDialog([](TQ3DialogAnchor, TQ3LightWorksSLSettings* s) {
+        EXPECT_EQ(s->samplesPerSide, 2u);
+        s->samplesPerSide = 5;
+        return keep;
+    });
+    for (TQ3Boolean ok : {kQ3False, kQ3True}) {
+        keep = ok;
+        EXPECT_EQ(Q3Renderer_ModalConfigure(r, nullptr, &canceled), kQ3Success);
+        EXPECT_EQ(canceled, ok ? kQ3False : kQ3True);
+        ASSERT_EQ(Q3LightWorks_SL_GetSamplesPerSide(r, &samples), kQ3Success);
+        EXPECT_EQ(samples, ok ? 5u : 2u);
+    }
+    Q3LightWorks_SL_SetSettingsDialog(nullptr);
     Q3Object_Dispose(other);
     Q3Object_Dispose(r);
     Q3Error_Get(nullptr);

@@ -2,6 +2,7 @@
 // numbers, the host's colour picker and the View row.
 #include "host/Alerts.h"
 #include "host/ModalRun.h"
+#include "platform/finalrender/LightWorksSL.h"
 #include "scene/VCBezierCurveModel.h"
 #include "scene/VNurbsCurShapeManipulators.h"
 #include "tests/ui/WindowRun.h"
@@ -13,11 +14,13 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -144,6 +147,19 @@ TEST_F(Pages, SceneAndViewRowReachTheLightsAndTheCamera) {
         c.Button(1092)->click();
         EXPECT_NEAR(scene.ambientColor[0], 250 * 256, 1);
         EXPECT_EQ(c.Combo(1097)->currentText(), "LightWorks SuperLite for FlyWORD");
+        // Options... shows the renderer's own settings; OK keeps what was chosen.
+        QTimer::singleShot(0, [] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            SaveScreenshot(dialog, "renderer-settings");
+            dialog->findChild<QComboBox*>()->setCurrentIndex(0); // no anti-aliasing
+            dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        });
+        c.Button(1098)->click();
+        const QRenderer& renderer = *w.GetRenderer();
+        TQ3Uns32 samples = 0;
+        Q3LightWorks_SL_GetSamplesPerSide(renderer.table.Find(renderer.finalType)->object,
+                                          &samples);
+        EXPECT_EQ(samples, 1u);
 
         TQ3Matrix4x4 home, top;
         w.GetView()->GetAll(nullptr, &home, nullptr);

@@ -3,6 +3,7 @@
 #include "host/Alerts.h"
 #include "host/ModalRun.h"
 #include "ui/dialogs/AboutBox.h"
+#include "ui/dialogs/RendererSettingsDialog.h"
 #include "ui/window/VZarbesoWindow.h"
 
 namespace {
@@ -14,4 +15,5 @@ void AboutBoxOfTheFilter(intptr_t) {
 void InstallFilterWindow() {
     SetFilterWindowFactory(&VZarbesoWindow_Win::Make);
     SetAboutBoxRunner(&AboutBoxOfTheFilter);
+    Q3LightWorks_SL_SetSettingsDialog(&AskRendererSettings);
 }
