@@ -17,6 +17,7 @@
 #include "ui/dialogs/TemplateDialog.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -123,6 +124,12 @@ TEST_F(Dialogs, EveryModalDialogIsNamedAndTheKeyboardReachesIt) {
     gDialogScript = [](TemplateDialog* d) {
         ExpectKeyboardReachesAndNames(d->Controls(), d->Controls().Get(2),
                                       d->windowTitle().toStdString());
+        // A button is named by its text; the label beside it describes it.
+        if (QWidget* reset = d->Controls().Get(1314)) {
+            EXPECT_EQ(
+                QAccessible::queryAccessibleInterface(reset)->text(QAccessible::Name).toStdString(),
+                "Reset");
+        }
         d->reject();
     };
     std::string name = "Arc";

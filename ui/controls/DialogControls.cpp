@@ -81,11 +81,16 @@ DialogControls::DialogControls(const plumet::DialogTemplate& dialog, QWidget* wi
         }
         if (c.kind == ControlKind::Label && c.buddy) buddies[static_cast<QLabel*>(w)] = c.buddy;
     }
-    // Each label names its field, for the keyboard and for assistive tools.
+    // Each label names its field, for the keyboard and for assistive tools;
+    // a button keeps its own text as its name, and the label describes it.
     for (auto [label, id] : buddies)
         if (QWidget* field = Get(id)) {
             label->setBuddy(field);
-            if (field->accessibleName().isEmpty()) field->setAccessibleName(label->text());
+            auto* button = qobject_cast<QAbstractButton*>(field);
+            if (button && !button->text().isEmpty())
+                field->setAccessibleDescription(label->text());
+            else if (field->accessibleName().isEmpty())
+                field->setAccessibleName(label->text());
         }
 }
 
