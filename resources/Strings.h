@@ -34,6 +34,8 @@ enum StringId : int {
     // The progress of a render in the window.
     kStrRenderingLabel = 18010,
     kStrStopButton = 18011,
+    // The name of the 3D view for assistive tools.
+    kStrViewName = 18012,
     // Names and stems.
     kStrFinalRendererName = 18050,
     kStrDefaultText = 18051,
@@ -58,6 +60,8 @@ enum StringId : int {
     kStrTipDrawPath = 18404,
     kStrTipEllipse = 18405,
     kStrTipPolygon = 18406,
+    // The star tool's button shows no tip; this names it for assistive tools.
+    kStrNameStar = 18407,
     kStrTipDepth = 18500,
     kStrTipRotate = 18501,
     kStrTipScale = 18502,

@@ -85,7 +85,10 @@ QImage WindowRun::Input() const {
 }
 
 void SaveScreenshot(QWidget* widget, const QString& name) {
-    widget->grab().save(QString("%1/%2.png").arg(PLUMET_TEST_OUTPUT, name));
+    // At a scale factor of 2 the picture has twice the pixels, and its own name.
+    const qreal scale = widget->devicePixelRatioF();
+    const QString suffix = scale > 1 ? QString("@%1x").arg(scale) : QString();
+    widget->grab().save(QString("%1/%2%3.png").arg(PLUMET_TEST_OUTPUT, name, suffix));
 }
 
 int CountDifferent(const QImage& a, const QImage& b) {

@@ -164,6 +164,10 @@ TEST_F(Window, ToolButtonsAndTheirKeysSelectTheTool) {
             EXPECT_TRUE(c.IsChecked(tools[i].first));
             EXPECT_EQ(c.Button(tools[i].first)->accessibleName().isEmpty(), false);
         }
+        // A letter typed on a combo picks its row, as in the text field.
+        c.Get(1026)->setFocus();
+        QTest::keyClick(c.Get(1026), 'd');
+        EXPECT_EQ(w.currentTool, 12);
         // Going to any page but Path gives the light tool back.
         Click(c.Get(1006));
         c.Tabs(1000)->setCurrentIndex(2);
@@ -277,6 +281,7 @@ TEST_F(Window, EveryControlIsNamedAndTheKeyboardReachesIt) {
             w.Controls().Tabs(1000)->setCurrentIndex(page);
             if (page == 1) w.Controls().Combo(1051)->setCurrentIndex(2); // Wave, with values
             if (page == 1) emit w.Controls().Combo(1051)->activated(2);
+            SaveScreenshot(w.Widget(), QString("window-page%1").arg(page));
             ExpectKeyboardReachesAndNames(w.Controls(), w.Controls().Tabs(1000)->tabBar(),
                                           "page " + std::to_string(page));
         }

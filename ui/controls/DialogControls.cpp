@@ -9,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
@@ -23,6 +24,7 @@
 
 using plumet::ControlKind;
 using plumet::ControlTemplate;
+using plumet::kEveryPage;
 
 namespace {
 qreal ScaleOf(QWidget* window) {
@@ -62,6 +64,47 @@ QRect DialogControls::PixelRect(const ControlTemplate& c) {
                  plumet::DluToPixelsY(c.y + c.cy) - top);
 }
 
+QRect DialogControls::FittedRect(const ControlTemplate& c, QWidget* w) const {
+    QRect r = PixelRect(c);
+    const bool oneLine = c.kind == ControlKind::CheckBox || c.kind == ControlKind::Radio ||
+                         (c.kind == ControlKind::Label && c.cy <= 14);
+    if (!oneLine || !c.text) return r;
+    // Where the system's font sets the text wider than the template allowed
+    // for, the control takes the free space to its right; what still does
+    // not fit is set a little narrower, rather than cut.
+    const int wanted = w->sizeHint().width();
+    r.setWidth(std::min(wanted, std::max(r.width(), RoomRightOf(c))));
+    if (wanted > r.width()) {
+        QFont font = w->font();
+        const int text = QFontMetrics(font).horizontalAdvance(QString::fromUtf8(c.text));
+        const int stretch = text > 0 ? 100 * (text - (wanted - r.width())) / text : 100;
+        font.setStretch(std::max(70, stretch));
+        w->setFont(font);
+    }
+    return r;
+}
+
+int DialogControls::RoomRightOf(const ControlTemplate& c) const {
+    // A label ends where its field begins; another control where the next
+    // control of its row begins, or its box ends.
+    int right = dialog_.cx;
+    for (std::size_t i = 0; i < dialog_.count; ++i) {
+        const ControlTemplate& o = dialog_.controls[i];
+        if (c.buddy) {
+            if (o.id == c.buddy) right = o.x;
+            continue;
+        }
+        const bool samePage = o.page == c.page || o.page == kEveryPage || c.page == kEveryPage;
+        const bool sameRow = o.y < c.y + c.cy && c.y < o.y + o.cy;
+        if (&o == &c || !samePage || !sameRow || o.kind == ControlKind::Placeholder) continue;
+        if (o.x > c.x)
+            right = std::min(right, o.x);
+        else if (o.x + o.cx > c.x)
+            right = std::min(right, o.x + o.cx);
+    }
+    return plumet::DluToPixelsX(right) - plumet::DluToPixelsX(c.x) - 2;
+}
+
 QSize DialogControls::PixelSize(const plumet::DialogTemplate& dialog) {
     return QSize(plumet::DluToPixelsX(dialog.cx), plumet::DluToPixelsY(dialog.cy));
 }
@@ -74,7 +117,7 @@ DialogControls::DialogControls(const plumet::DialogTemplate& dialog, QWidget* wi
     for (std::size_t i = 0; i < dialog.count; ++i) {
         const ControlTemplate& c = dialog.controls[i];
         QWidget* w = Make(c);
-        w->setGeometry(PixelRect(c));
+        w->setGeometry(FittedRect(c, w));
         if (c.id) {
             w->setObjectName(QString::number(c.id));
             controls_[c.id] = w;

@@ -48,12 +48,18 @@ class DialogControls {
 
     // The rectangle of a control of the template, in pixels.
     static QRect PixelRect(const plumet::ControlTemplate& control);
+
     static QSize PixelSize(const plumet::DialogTemplate& dialog);
     // The font the templates are laid out for.
     static QFont TemplateFont();
 
   private:
     QWidget* Make(const plumet::ControlTemplate& control);
+    // The template's rectangle of a control, widened where its one line of
+    // text needs it and its row has room.
+    QRect FittedRect(const plumet::ControlTemplate& control, QWidget* widget) const;
+    // The pixels from the control's left to what stands next on its right.
+    int RoomRightOf(const plumet::ControlTemplate& control) const;
 
     const plumet::DialogTemplate& dialog_;
     QWidget* window_;

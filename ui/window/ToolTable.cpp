@@ -7,15 +7,24 @@
 namespace {
 using namespace plumet;
 constexpr ToolEntry kTools[] = {
-    {12, 1001, 2000, kStrTipSelectLight}, {7, 1002, 2001, kStrTipAddLight},
-    {8, 1003, 2002, kStrTipMoveText},     {11, 1004, 2003, kStrTipRotate},
-    {9, 1005, 2004, kStrTipScale},        {10, 1006, 2005, kStrTipDepth},
-    {1, 1007, 2006, kStrTipMoveCamera},   {3, 1008, 2007, kStrTipTruck},
-    {2, 1009, 2008, kStrTipRoll},         {0, 1010, 2009, kStrTipOrbit},
-    {13, 1063, 0, kStrTipDragPoint},      {14, 1064, 0, kStrTipDragHandle},
-    {19, 1065, 0, kStrTipAddPoint},       {20, 1066, 0, kStrTipDeletePoint},
-    {15, 1067, 0, kStrTipDrawPath},       {16, 1068, 0, kStrTipEllipse},
-    {17, 1069, 0, kStrTipPolygon},        {18, 1070, 0, 0},
+    {12, 1001, 2000, kStrTipSelectLight, kStrTipSelectLight},
+    {7, 1002, 2001, kStrTipAddLight, kStrTipAddLight},
+    {8, 1003, 2002, kStrTipMoveText, kStrTipMoveText},
+    {11, 1004, 2003, kStrTipRotate, kStrTipRotate},
+    {9, 1005, 2004, kStrTipScale, kStrTipScale},
+    {10, 1006, 2005, kStrTipDepth, kStrTipDepth},
+    {1, 1007, 2006, kStrTipMoveCamera, kStrTipMoveCamera},
+    {3, 1008, 2007, kStrTipTruck, kStrTipTruck},
+    {2, 1009, 2008, kStrTipRoll, kStrTipRoll},
+    {0, 1010, 2009, kStrTipOrbit, kStrTipOrbit},
+    {13, 1063, 0, kStrTipDragPoint, kStrTipDragPoint},
+    {14, 1064, 0, kStrTipDragHandle, kStrTipDragHandle},
+    {19, 1065, 0, kStrTipAddPoint, kStrTipAddPoint},
+    {20, 1066, 0, kStrTipDeletePoint, kStrTipDeletePoint},
+    {15, 1067, 0, kStrTipDrawPath, kStrTipDrawPath},
+    {16, 1068, 0, kStrTipEllipse, kStrTipEllipse},
+    {17, 1069, 0, kStrTipPolygon, kStrTipPolygon},
+    {18, 1070, 0, 0, kStrNameStar},
 };
 
 template <class Test> const ToolEntry* FindTool(Test test) {

@@ -9,6 +9,7 @@ struct ToolEntry {
     int buttonId;  // its tool button
     int commandId; // its accelerator command, 0 for none
     int tipId;     // string of its tool tip, 0 for none
+    int nameId;    // string that names the button for assistive tools
 };
 
 // All 18 tools with a button, in the order of the tool buttons' ids.

@@ -186,11 +186,7 @@ void VZarbesoWindow_Win::MakeToolTips() {
     const ToolEntry* tools = ToolTable(&count);
     for (std::size_t i = 0; i < count; ++i) {
         QAbstractButton* button = controls_->Button(tools[i].buttonId);
-        const QString tip = tools[i].tipId
-                                ? QString::fromStdString(plumet::LoadString(tools[i].tipId))
-                                : QStringLiteral("Create a star-shaped path");
-        button->setAccessibleName(tip);
-        if (tools[i].tipId) button->setToolTip(tip);
+        button->setAccessibleName(QString::fromStdString(plumet::LoadString(tools[i].nameId)));
     }
     SetTooltipsActive(showTooltips);
 }
@@ -200,7 +196,8 @@ void VZarbesoWindow_Win::SetTooltipsActive(bool active) {
     const ToolEntry* tools = ToolTable(&count);
     for (std::size_t i = 0; i < count; ++i) {
         QAbstractButton* button = controls_->Button(tools[i].buttonId);
-        button->setToolTip(active && tools[i].tipId ? button->accessibleName() : QString());
+        const int tip = active ? tools[i].tipId : 0;
+        button->setToolTip(tip ? QString::fromStdString(plumet::LoadString(tip)) : QString());
     }
 }
 

@@ -1,5 +1,6 @@
 #include "ui/window/ViewWidget.h"
 
+#include "resources/Strings.h"
 #include "ui/window/VZarbesoWindow.h"
 
 #include <QMouseEvent>
@@ -11,7 +12,7 @@ ViewWidget::ViewWidget(VZarbesoWindow_Win& window, QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::ClickFocus);
     setCursor(Qt::ArrowCursor);
-    setAccessibleName("3D view");
+    setAccessibleName(QString::fromStdString(plumet::LoadString(plumet::kStrViewName)));
 }
 
 std::uint16_t ViewWidget::ToolModifiers(Qt::KeyboardModifiers modifiers) {

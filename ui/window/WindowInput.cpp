@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTabBar>
 #include <algorithm>
 #include <vector>
 
@@ -55,16 +56,14 @@ constexpr NudgeEntry kNudges[] = {
     {11, 2022, TL::kTilt, 5, false},    {11, 2021, TL::kTilt, -5, false},
 };
 
-// A key that belongs in the focused control: a letter typed into a text
-// field, an arrow in an open list.
+// A key that belongs in the focused control, which then keeps the keys of
+// the table: a letter typed into a text field, a letter that picks a row of
+// a list or a combo, the arrows that move among the pages of the tabs.
 bool FocusWantsChars() {
     QWidget* focus = QApplication::focusWidget();
-    if (!focus) return false;
-    if (qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
-        qobject_cast<QAbstractItemView*>(focus))
-        return true;
-    auto* combo = qobject_cast<QComboBox*>(focus);
-    return combo && combo->isEditable();
+    return qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
+           qobject_cast<QAbstractItemView*>(focus) || qobject_cast<QComboBox*>(focus) ||
+           qobject_cast<QTabBar*>(focus);
 }
 } // namespace
 
