@@ -70,7 +70,7 @@ bool KeyRouter::eventFilter(QObject* receiver, QEvent* event) {
     // it is routed once.
     auto* key = static_cast<QKeyEvent*>(event);
     auto* widget = qobject_cast<QWidget*>(receiver);
-    auto* last = qobject_cast<QWidget*>(lastReceiver_);
+    auto* last = qobject_cast<QWidget*>(lastReceiver_.data());
     const bool passedOn = event == lastEvent_ && key->timestamp() == lastTimestamp_ &&
                           key->key() == lastKey_ && widget && last && widget != last &&
                           widget->isAncestorOf(last);

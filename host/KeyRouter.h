@@ -3,6 +3,7 @@
 #include "host/ModalRun.h"
 
 #include <QObject>
+#include <QPointer>
 
 class WFilterWindow;
 
@@ -22,7 +23,8 @@ class KeyRouter : public QObject {
   private:
     WFilterWindow* window_;
     const QEvent* lastEvent_ = nullptr;
-    QObject* lastReceiver_ = nullptr;
+    // A dialog that took the last key may be gone by the next one.
+    QPointer<QObject> lastReceiver_;
     quint64 lastTimestamp_ = 0;
     int lastKey_ = 0;
 };
