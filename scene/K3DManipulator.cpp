@@ -7,53 +7,71 @@
 
 void K3DManipulator::Prepare(WView* view) {
     view3D = dynamic_cast<K3DView*>(view);
-    if (K3DSystem* system = K3DSystem::Instance()) viewMatrix = system->GetViewMatrix();
+    // No system, no matrix: the gesture then moves nothing. A matrix kept
+    // from an earlier press may belong to a system that has ended.
+    K3DSystem* system = K3DSystem::Instance();
+    viewMatrix = system ? system->GetViewMatrix() : nullptr;
     if (!view3D || !viewMatrix) return;
     viewMatrix->Compute(view3D);
     SetCurrent3DView(view3D);
 }
 
+// Without a view matrix every window point maps to the origin, so that a
+// drag measures no movement, and the scene and the view are taken as one.
+
 void K3DManipulator::ScreenToWorld(std::int32_t point, KVector3D& out) const {
-    viewMatrix->ScreenToWorld(point, out, depth);
+    if (viewMatrix)
+        viewMatrix->ScreenToWorld(point, out, depth);
+    else
+        out = {0, 0, 0, 1};
 }
 
 void K3DManipulator::ScreenToCameraWorld(std::int32_t point, KVector3D& out) const {
-    viewMatrix->ScreenToCameraWorld(point, out, depth);
+    if (viewMatrix)
+        viewMatrix->ScreenToCameraWorld(point, out, depth);
+    else
+        out = {0, 0, 0, 1};
 }
 
 void K3DManipulator::IntersectSphere(std::int32_t point, const KVector3D& centre, float radius,
                                      KVector3D& front, KVector3D& back) const {
-    viewMatrix->IntersectSphere(point, centre, radius, front, back);
+    if (viewMatrix)
+        viewMatrix->IntersectSphere(point, centre, radius, front, back);
+    else
+        front = back = centre;
 }
 
 bool K3DManipulator::ClosestPointOnLine(std::int32_t point, const KVector3D& linePoint,
                                         const KVector3D& lineDirection, KVector3D& out) const {
-    return viewMatrix->ClosestPointOnLine(point, linePoint, lineDirection, out);
+    return viewMatrix && viewMatrix->ClosestPointOnLine(point, linePoint, lineDirection, out);
 }
 
 float K3DManipulator::DistanceToLine(std::int32_t point, const KVector3D& linePoint,
                                      const KVector3D& lineDirection) const {
+    if (!viewMatrix) return HUGE_VALF;
     return viewMatrix->DistanceToLine(point, linePoint, lineDirection);
 }
 
 KVector3D K3DManipulator::ToView(const KVector3D& point) const {
+    if (!viewMatrix) return point;
     KVector3D out;
     viewMatrix->WorldToView(point, out);
     return out;
 }
 
 KVector3D K3DManipulator::FromView(const KVector3D& point) const {
+    if (!viewMatrix) return point;
     KVector3D out;
     viewMatrix->ViewToWorld(point, out);
     return out;
 }
 
 float K3DManipulator::LengthToView(float length) const {
-    return viewMatrix->LengthToView(length);
+    return viewMatrix ? viewMatrix->LengthToView(length) : length;
 }
 
 void K3DManipulator::SetDepthFromPoint(const KVector3D& point) {
-    depth = viewMatrix->GetDepth(point);
+    if (viewMatrix) depth = viewMatrix->GetDepth(point);
 }
 
 void K3DManipulator::SetDepthFromCamera() {

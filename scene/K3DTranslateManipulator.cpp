@@ -39,7 +39,8 @@ void TranslateSelection(K3DSelection& selection, const KVector3D& delta) {
 
 void K3DTranslateManipulator::Prepare(WView* view) {
     K3DManipulator::Prepare(view);
-    if (K3DSystem* system = K3DSystem::Instance()) picker = system->GetPicker();
+    K3DSystem* system = K3DSystem::Instance();
+    picker = system ? system->GetPicker() : nullptr;
     if (picker) picker->SetView(view3D);
     selection = SelectionOf(view);
 }

@@ -23,6 +23,8 @@ VZarbesoView::VZarbesoView(int width, int height) {
     keepImage = true;
     SetBackColor(0, 0, 0);
     MakeWorld(GetFrame());
+    // Layout values and a path may be set before the text is.
+    curveData_ = std::make_unique<VCurveData>(nullptr);
 }
 
 VZarbesoView::~VZarbesoView() {
@@ -212,11 +214,14 @@ void VZarbesoView::SetupText(const char* text) {
     std::strncpy(text_, text ? text : "", sizeof text_ - 1);
     FreeChars();
     if (!BuildTextCharacters(text_, flattenQuality_, &textChars_)) textChars_ = nullptr;
-    DiscardPath();
-    curve_ = std::make_unique<VCurveAxis>(-24.0f, 24.0f, 24.0f);
-    pathIndex_ = 1; // the Line
-    curveData_ = std::make_unique<VCurveData>(curve_.get());
-    MakePathModel();
+    if (!HasPath()) {
+        DiscardPath();
+        curve_ = std::make_unique<VCurveAxis>(-24.0f, 24.0f, 24.0f);
+        pathIndex_ = 1; // the Line
+        curveData_->curve = curve_.get();
+        MakePathModel();
+    }
+    if (textModel_) sceneManager->RemoveModel(textModel_);
     alignedText_ = std::make_unique<VAlignedText>();
     alignedText_->SetDiffuseColor(faceColor_[0] / 65535.0f, faceColor_[1] / 65535.0f,
                                   faceColor_[2] / 65535.0f);

@@ -81,6 +81,7 @@ class VZarbesoView : public VC3DView {
     bool IsRenderShowing() const { return renderShowing_; }
 
     // ---- the text ----
+    // The text and its model; the Line becomes its path unless one was set.
     void SetupText(const char* text);
     void SetText(const char* text);
     const char* GetText() const { return text_; }

@@ -296,3 +296,22 @@ TEST_F(Tools, WidgetToolsScaleByACornerAndTurnAboutARing) {
     EXPECT_NEAR(rotation.value[2][2], 1.0f, 1e-4);
     EXPECT_LT(rotation.value[0][0], 0.999f) << "it turned";
 }
+
+TEST_F(Tools, WithoutAViewMatrixEveryGestureLeavesTheSceneAlone) {
+    view.SetupText("Plumet");
+    scene.ScaleLights(3);
+    VCLight* light = LightAt({1, 0.5f, 0, 0});
+    const KVector3D where = PositionOf(*light);
+    const QPoint at = WindowPointOf(view, where);
+    // A system that offers neither a picker nor a view matrix stands in
+    // for the real one while it lives.
+    struct Bare : K3DSystem {
+        K3DPicker* GetPicker() override { return nullptr; }
+        K3DViewMatrix* GetViewMatrix() override { return nullptr; }
+    } bare;
+    for (int tool = 0; tool < kToolCount; ++tool) {
+        ASSERT_TRUE(view.SetTool(tool));
+        Gesture({at, at + QPoint(15, -5), at + QPoint(40, -20)});
+        EXPECT_LT((PositionOf(*light) - where).Length(), 1e-5f) << "tool " << tool;
+    }
+}

@@ -163,6 +163,18 @@ TEST_F(Views, OutlinesAreReadAgainOnlyForANewTextOrFont) {
     EXPECT_NEAR(view.SetLayout(TextLayoutValue::kRevolve, 190, false, true), -170.0f, 1e-4);
 }
 
+TEST_F(Views, LayoutAndPathSetBeforeTheTextAreKeptByIt) {
+    BuildFontList();
+    VZarbesoView view(200, 120);
+    EXPECT_NEAR(view.SetLayout(TextLayoutValue::kSlide, 20, true, true), 20.0f, 1e-5);
+    ASSERT_TRUE(view.SetPath(2, 40, 60));
+    const VCurve* path = view.GetCurve();
+    view.SetupText("Abc");
+    EXPECT_EQ(view.GetCurve(), path);
+    EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 20.0f, 1e-5);
+    EXPECT_GT(view.GetAlignedText()->CountObjects(), 0u);
+}
+
 TEST_F(Views, LayoutValuesAreShownAndBroadcastOnceScaled) {
     struct Value {
         TextLayoutValue which;
