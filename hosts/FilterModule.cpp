@@ -73,9 +73,14 @@ std::unique_ptr<FilterModule> FilterModule::Load(const std::string& path, std::s
         return nullptr;
     }
     if (!module->info_.hasKind || module->info_.kind != PIFilterKind) {
-        error = path + ": not a filter module (its kind is " +
-                (module->info_.hasKind ? "'" + FourCCText(module->info_.kind) + "'" : "missing") +
-                ", not '8BFM')";
+        // Built by appending: a quote put in front of a temporary string
+        // trips GCC 12's overlap check in an optimised build.
+        std::string kind = "missing";
+        if (module->info_.hasKind) {
+            kind.assign(1, '\'');
+            kind.append(FourCCText(module->info_.kind)).push_back('\'');
+        }
+        error = path + ": not a filter module (its kind is " + kind + ", not '8BFM')";
         return nullptr;
     }
 
