@@ -2,6 +2,7 @@
 
 #include "host/Alerts.h"
 #include "host/GuiSession.h"
+#include "host/HostBinding.h"
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "host/PlaneTable.h"
@@ -168,8 +169,12 @@ int16 CZarbesoPlugin::DoStart(FilterRecord* record) {
     const int previewH = record->inRect.bottom - record->inRect.top;
     if (previewW <= 5 || previewH <= 5) return 1;
     if (!Advance(record, &result)) return result;
-    // A host that answers success without buffers has nothing to filter.
-    if (!record->inData || !record->outData) return filterBadParameters;
+    // A host that answers success without buffers, or with rows too short
+    // for the pixels it was asked for, has nothing to filter.
+    if (!record->inData || !record->outData ||
+        !RowsHold(record->inRowBytes, previewW, record->inHiPlane - record->inLoPlane + 1) ||
+        !RowsHold(record->outRowBytes, previewW, record->outHiPlane - record->outLoPlane + 1))
+        return filterBadParameters;
 
     gRunningAsPlugin = 1;
     gFilterRecord = record;

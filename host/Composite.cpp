@@ -80,6 +80,9 @@ HostBinding MakeHostBinding(void* inData, int32 inRowBytes, void* outData, int32
     b.width = width;
     b.height = height;
     b.alphaPlane = alphaPlane;
+    if (height <= 0 || !RowsHold(inRowBytes, width, b.inPlanes) ||
+        !RowsHold(outRowBytes, width, b.outPlanes))
+        b.inData = b.outData = nullptr;
     return b;
 }
 

@@ -34,8 +34,8 @@ OSErr FakeAdvance() {
                              r.outLoPlane + p];
     r.inData = h->inBuffer.empty() ? nullptr : h->inBuffer.data();
     r.outData = h->outBuffer.empty() ? nullptr : h->outBuffer.data();
-    r.inRowBytes = iw * inPlanes;
-    r.outRowBytes = ow * outPlanes;
+    r.inRowBytes = iw * inPlanes - h->shortRows;
+    r.outRowBytes = ow * outPlanes - h->shortRows;
     return noErr;
 }
 

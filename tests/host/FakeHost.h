@@ -22,6 +22,7 @@ struct FakeHost {
     std::vector<Fixed> rates;  // inputRate at each advanceState
     OSErr failWith = noErr;    // answer of the next advanceState calls
     int failOnCall = 0;        // 1-based call that fails; 0: none
+    int shortRows = 0;         // bytes the rows it gives are said to lack
     int displayCalls = 0;
 
     static FakeHost* current;

@@ -105,3 +105,14 @@ TEST(Composite, ProtectedLayerWritesThreePlanesOnly) {
     CompositeToHost(b, world, true);
     EXPECT_EQ(out, (std::vector<uint8_t>{211, 110, 10, 200, 100, 0}));
 }
+
+TEST(Composite, BuffersWhoseRowsCannotHoldThePixelsAreLeftAlone) {
+    WGWorld world({0, 0, 2, 2}, 32);
+    world.Fill32(Argb(255, 1, 2, 3));
+    // Two rows of two RGB pixels need 6 bytes a row; the host says 5.
+    std::vector<uint8_t> in(10, 7), out(10, 0);
+    CompositeToHost(MakeHostBinding(in.data(), 5, out.data(), 5, 2, 2, 3, -1, 0), world, false);
+    EXPECT_EQ(out, std::vector<uint8_t>(10, 0));
+    CompositeToHost(MakeHostBinding(in.data(), 6, out.data(), 5, 2, 2, 3, -1, 0), world, false);
+    EXPECT_EQ(out, std::vector<uint8_t>(10, 0));
+}

@@ -145,6 +145,12 @@ TEST_F(Dispatch, StartAsksFullAreaThenReducedPreviewAndRuns) {
               host.record.advanceState);
 }
 
+TEST_F(Dispatch, RowsTooShortForTheirPixelsAreRefused) {
+    FakeHost host(40, 30, 3, plugInModeRGBColor, 1);
+    host.shortRows = 1;
+    EXPECT_EQ(RunToStart(host), filterBadParameters);
+}
+
 TEST_F(Dispatch, TinySelectionsStopSilently) {
     FakeHost five(5, 40, 3, plugInModeRGBColor, 1);
     EXPECT_EQ(RunToStart(five), 1);
