@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cstring>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,22 +26,31 @@ TQ3ObjectType gRendererType = 0;
 // Embree builds with the thread pool of TBB, whose workers would stay after
 // the call; ending the pool when the picture is done takes them down with
 // it. Should another part of the process use TBB, the pool stays as it is.
+//
+// The pool is held to one thread from before the device is made until after
+// it has ended. The device holds it to one thread too, but lets go when it
+// is released, and TBB then starts a worker at once, with nothing to do,
+// just before the pool ends: a thread that would only be ending as the
+// caller goes on (or as the process exits).
 class ThreadPoolEnd {
   public:
     ThreadPoolEnd() {
         try {
             handle = oneapi::tbb::task_scheduler_handle(oneapi::tbb::attach{});
+            oneThread.emplace(oneapi::tbb::global_control::max_allowed_parallelism, 1);
         } catch (...) {
         }
     }
     ~ThreadPoolEnd() {
         if (handle) oneapi::tbb::finalize(handle, std::nothrow);
+        oneThread.reset(); // after the end: no pool is left to grow
     }
     ThreadPoolEnd(const ThreadPoolEnd&) = delete;
     ThreadPoolEnd& operator=(const ThreadPoolEnd&) = delete;
 
   private:
     oneapi::tbb::task_scheduler_handle handle;
+    std::optional<oneapi::tbb::global_control> oneThread;
 };
 
 class Renderer {

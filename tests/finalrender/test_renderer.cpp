@@ -6,9 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <dirent.h>
+#include <dlfcn.h>
 #include <limits>
+#include <pthread.h>
 #include <string>
 #include <vector>
 
@@ -27,7 +30,19 @@ int threadCount() {
     return n;
 }
 
+std::atomic<int> gThreadsStarted{0};
+
 } // namespace
+
+// Every thread this program starts passes here on its way to the system, so
+// that a test sees threads that were started and ended within one call.
+extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes,
+                              void* (*routine)(void*), void* argument) {
+    using Create = int (*)(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    static const auto next = reinterpret_cast<Create>(dlsym(RTLD_NEXT, "pthread_create"));
+    ++gThreadsStarted;
+    return next(thread, attributes, routine, argument);
+}
 
 TEST(FinalRenderer, IsAClassOfRenderersWhoseSettingsRefuseWhatTheyCannotTake) {
     registerFinalRenderer();
@@ -126,11 +141,14 @@ TEST(FinalRenderer, ThreadsEndWithTheCallAndRaysAreCounted) {
     v.addLight(pointLight(1, 1, 3));
     TQ3GeometryObject sq = q3test::square(3.0f, 0); // fills the view
     TQ3ShaderObject phong = Q3PhongIllumination_New();
-    const int before = threadCount();
+    const int before = threadCount(), startedBefore = gThreadsStarted;
     v.render([&](TQ3ViewObject view) { submitAll(view, {phong, sq}); });
     EXPECT_EQ(threadCount(), before);
     TQ3LightWorksSLStatistics st{};
     ASSERT_EQ(Q3LightWorks_SL_GetStatistics(r, &st), kQ3Success);
+    // only the tracing threads beside the caller: no idle pool thread that
+    // would still be ending after the call
+    EXPECT_EQ(gThreadsStarted - startedBefore, int(st.threads) - 1);
     EXPECT_EQ(st.primaryRays, 80.0 * 60 * 4);
     EXPECT_EQ(st.shadowRays, 2 * st.primaryRays); // both lights face every point
     EXPECT_EQ(st.triangles, 2.0);
