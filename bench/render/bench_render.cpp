@@ -15,12 +15,20 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr int kWidth = 3000, kHeight = 2000;
+// PLUMET_BENCH_SCALE=n renders at a n-th of the size a side, which makes
+// a run under callgrind short enough to compare instruction counts.
+int scaled(int size) {
+    const char* n = std::getenv("PLUMET_BENCH_SCALE");
+    const int k = n ? std::atoi(n) : 1;
+    return k > 1 ? size / k : size;
+}
+const int kWidth = scaled(3000), kHeight = scaled(2000);
 
 struct Setup {
     LetterMesh mesh;
@@ -88,8 +96,9 @@ struct Setup {
         pd.drawContextData.clearImageMethod = kQ3ClearMethodWithColor;
         pd.drawContextData.clearImageColor = {0, 0, 0, 0};
         pd.drawContextData.doubleBufferState = kQ3True;
-        pd.pixmap = {pixels.data(),      kWidth,          kHeight,        kWidth * 4, 32,
-                     kQ3PixelTypeARGB32, kQ3EndianLittle, kQ3EndianLittle};
+        const auto pw = static_cast<TQ3Uns32>(kWidth), ph = static_cast<TQ3Uns32>(kHeight);
+        pd.pixmap = {pixels.data(),  pw, ph, pw * 4, 32, kQ3PixelTypeARGB32, kQ3EndianLittle,
+                     kQ3EndianLittle};
         context = Q3PixmapDrawContext_New(&pd);
         lights = Q3LightGroup_New();
         TQ3LightData amb{kQ3True, 0.25f, {1, 1, 1}};

@@ -3,9 +3,10 @@
 // evaluated at the point with the interpolated normal, where each light that
 // casts shadows is first asked whether it reaches the point.
 //
-// Shading runs in two steps so that the shadow rays of many points can be
-// traced together: prepare finds the point's attributes and which lights
-// need a ray, and finish lights it with what the rays found.
+// Shading runs over many points at once, in steps, so that the shadow rays
+// of all of them are traced together and each step is a plain loop over
+// arrays: prepare finds the points' attributes, shadowRays makes the rays of
+// one light, and light adds what one light gives.
 #pragma once
 
 #include "platform/finalrender/LWScene.h"
@@ -20,53 +21,68 @@ struct Shaded {
     float a;       // opacity
 };
 
-// A hit point with its attributes, ready for lighting.
-struct Surface {
-    TQ3Point3D point;
-    TQ3Vector3D normal;    // unit, facing as the style says
-    TQ3Vector3D V;         // towards the eye
-    float ng[3];           // face normal
-    TQ3ColorRGB base;      // diffuse or texel colour
-    TQ3ColorRGB specular;  // specular colour
-    float specularControl; // Phong exponent
-    float ambient;         // ambient coefficient
-    float alpha;           // opacity
-    const Batch* batch;    // the draw state
-    bool receives;         // shadows are traced for it
+// Hit points with their attributes, one array an attribute, and the light
+// that reaches them so far. Arrays only grow.
+struct Surfaces {
+    void resize(std::size_t n, std::size_t lights);
+    std::size_t size() const { return count; }
+
+    std::size_t count = 0;
+    std::vector<float> px, py, pz;    // the point
+    std::vector<float> nx, ny, nz;    // unit normal, facing as the style says
+    std::vector<float> vx, vy, vz;    // towards the eye
+    std::vector<float> gx, gy, gz;    // face normal
+    std::vector<float> br, bg, bb;    // diffuse or texel colour
+    std::vector<float> sr, sg, sb;    // specular colour
+    std::vector<float> control;       // Phong exponent
+    std::vector<float> ambient;       // ambient coefficient
+    std::vector<float> alpha;         // opacity
+    std::vector<const Batch*> batch;  // the draw state
+    std::vector<std::int32_t> lit;    // not null illumination
+    std::vector<std::int32_t> phong;  // Phong illumination
+    std::vector<std::int32_t> shaded; // receives shadows
+    std::vector<float> dr, dg, db;    // diffuse light so far
+    std::vector<float> ssr, ssg, ssb; // specular light so far
+    // Towards each point light, light by light (count a light): the unit
+    // direction and the distance, which shadow rays and lighting share.
+    std::vector<float> lx, ly, lz, ld;
+    // Scratch of one light: shadow ray starts and ends; the cosine of the
+    // highlight, the light's strength, whether it shines and whether its
+    // power is not a whole number.
+    std::vector<float> ox, oy, oz, far, rv, strength;
+    std::vector<std::int32_t> shines, later;
 };
 
 class Shader {
   public:
-    Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows)
-        : scene(scene), lights(lights), shadows(shadows) {}
+    Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows);
 
-    // The point that a ray in direction dir (unit) from org hit.
-    void prepare(const Hit& hit, const float org[3], const float dir[3], Surface& s) const;
-    // How light li reaches the point: 1 with no ray to trace, 0 when it
-    // cannot (it is behind the surface), or -1 with the shadow ray filled in.
-    // With a ray towards a point light, toLight gets the unit direction and
-    // the distance, which finish then takes instead of working them out again.
-    float shadowRay(const Surface& s, std::size_t li, RTCRay& ray, float toLight[4]) const;
-    // The colour with reach[li] the part of light li that gets to the point.
-    // toLight, when not null, holds four floats a light as shadowRay left
-    // them (a distance of 0 where it left nothing).
-    Shaded finish(const Surface& s, const float* reach, const float* toLight = nullptr) const;
+    // Point i of s: the one that a ray in direction dir (unit) from org hit.
+    void prepare(const Hit& hit, const float org[3], const float dir[3], Surfaces& s,
+                 std::size_t i) const;
+    // How light li reaches each point: reach[i] is 1 with no ray to trace, 0
+    // when it cannot (it is behind the surface), or -1 with a shadow ray
+    // added to rays and i to which. Returns the number of rays added.
+    std::size_t shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay* rays,
+                           std::uint32_t* which) const;
+    // Adds the light of light li to every point, with reach[i] the part that
+    // gets to point i.
+    void light(Surfaces& s, std::size_t li, const float* reach) const;
+    // The colour of point i once every light is in.
+    Shaded finish(const Surfaces& s, std::size_t i) const;
 
-    // All three steps for one point, tracing its shadow rays one by one.
-    Shaded shade(const Hit& hit, const float org[3], const float dir[3],
+    // All steps for one point, tracing its shadow rays one by one; one is
+    // scratch room.
+    Shaded shade(const Hit& hit, const float org[3], const float dir[3], Surfaces& one,
                  std::uint64_t& shadowRays) const;
 
     std::size_t lightCount() const { return lights.size(); }
 
   private:
-    // The light that light li gives the surface, with reach the part that
-    // gets to it, added to the diffuse sum D and the specular sum S.
-    void addLight(const Surface& s, std::size_t li, float reach, const float* toLight,
-                  TQ3ColorRGB& D, TQ3ColorRGB& S) const;
-
     const Scene& scene;
     const std::vector<TQ3XLight>& lights;
     bool shadows;
+    std::vector<std::uint8_t> pointLike; // directional or point: lit in the loop
 };
 
 } // namespace lwsl

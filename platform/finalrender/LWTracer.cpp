@@ -300,12 +300,12 @@ class Picture {
         std::vector<Ray> rays;
         std::vector<RTCRayHit> hits;
         std::vector<long> pixel; // of each ray, from the run's start
-        std::vector<Surface> surfaces;
+        Surfaces surfaces;
+        Surfaces one;               // a surface behind a see-through one
         std::vector<int> surfaceOf; // of each ray, or -1
         std::vector<RTCRay> shadow;
-        std::vector<std::uint32_t> shadowOf; // surface * lights + light
+        std::vector<std::uint32_t> shadowOf; // light * surfaces + surface
         std::vector<float> reach, passed;
-        std::vector<float> toLight; // four a surface and light: see Shader::shadowRay
         std::vector<Premultiplied> sums, background, lo, hi;
         std::vector<unsigned> taken; // samples of each pixel
     };
@@ -313,7 +313,7 @@ class Picture {
     // Follows one ray on past its first surface, whose colour is already in
     // (r, g, b, a), through further see-through surfaces.
     void continueRay(const Ray& ray, float tnear, float& r, float& g, float& b, float& a,
-                     unsigned worker, WorkerFigures& counts) const {
+                     unsigned worker, Surfaces& one, WorkerFigures& counts) const {
         for (int layer = 1; layer < kMaxLayers && a < 0.999f; ++layer) {
             Hit hit;
             ++counts.primary;
@@ -323,7 +323,7 @@ class Picture {
                 tap->cameraRays(worker, &rh, 1);
             }
             if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
-            const Shaded s = shader.shade(hit, ray.org, ray.dir, counts.shadow);
+            const Shaded s = shader.shade(hit, ray.org, ray.dir, one, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
@@ -419,7 +419,8 @@ class Picture {
         counts.primary += m;
 
         // the first surface of every ray, and the shadow rays they need
-        Surface* surfaces = room(w.surfaces, m);
+        Surfaces& surfaces = w.surfaces;
+        surfaces.resize(m, nl);
         int* surfaceOf = room(w.surfaceOf, m);
         std::size_t found = 0;
         for (unsigned k = 0; k < m; ++k) {
@@ -427,42 +428,42 @@ class Picture {
             surfaceOf[k] = -1;
             if (!scene.hitOf(hits[k], hit)) continue;
             surfaceOf[k] = static_cast<int>(found);
-            shader.prepare(hit, rays[k].org, rays[k].dir, surfaces[found++]);
+            shader.prepare(hit, rays[k].org, rays[k].dir, surfaces, found++);
         }
+        surfaces.count = found;
         // shadow rays light by light, so that rays that run side by side are
         // traced together
         float* reach = room(w.reach, found * nl);
-        float* toLight = room(w.toLight, found * nl * 4);
         RTCRay* shadow = room(w.shadow, found * nl);
         std::uint32_t* shadowOf = room(w.shadowOf, found * nl);
         std::size_t rayCount = 0;
-        for (std::size_t li = 0; li < nl; ++li)
-            for (std::size_t si = 0; si < found; ++si) {
-                float* to = toLight + 4 * (si * nl + li);
-                to[3] = 0;
-                const float r = shader.shadowRay(surfaces[si], li, shadow[rayCount], to);
-                if (r < 0) shadowOf[rayCount++] = static_cast<std::uint32_t>(si * nl + li);
-                reach[si * nl + li] = r;
-            }
+        for (std::size_t li = 0; li < nl; ++li) {
+            const std::size_t added = shader.shadowRays(surfaces, li, reach + li * found,
+                                                        shadow + rayCount, shadowOf + rayCount);
+            for (std::size_t j = rayCount; j < rayCount + added; ++j)
+                shadowOf[j] += static_cast<std::uint32_t>(li * found);
+            rayCount += added;
+        }
         float* passed = room(w.passed, rayCount);
         if (tap) tap->shadowRays(worker, shadow, static_cast<unsigned>(rayCount));
         scene.transmissionMany(shadow, passed, static_cast<unsigned>(rayCount));
         counts.shadow += rayCount;
         for (std::size_t j = 0; j < rayCount; ++j)
             reach[shadowOf[j]] = passed[j];
+        for (std::size_t li = 0; li < nl; ++li)
+            shader.light(surfaces, li, reach + li * found);
 
         for (unsigned k = 0; k < m; ++k) {
             const Premultiplied& back = w.background[pixel[k]];
             Premultiplied c = back;
             if (surfaceOf[k] >= 0) {
                 const auto si = static_cast<std::size_t>(surfaceOf[k]);
-                const Shaded s =
-                    shader.finish(surfaces[si], reach + si * nl, toLight + 4 * si * nl);
+                const Shaded s = shader.finish(surfaces, si);
                 float r = s.a * s.r, g = s.a * s.g, b = s.a * s.b, a = s.a;
                 if (a < 0.999f) {
                     const float t = hits[k].ray.tfar;
                     continueRay(rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
-                                worker, counts);
+                                worker, w.one, counts);
                 }
                 c = over(r, g, b, a, back);
             }
