@@ -8,6 +8,14 @@ using namespace q3test;
 
 namespace {
 
+// The number of hits of a pick, which it disposes of.
+TQ3Uns32 hitsOf(TQ3PickObject pick) {
+    TQ3Uns32 n = 99;
+    Q3Pick_GetNumHits(pick, &n);
+    Q3Object_Dispose(pick);
+    return n;
+}
+
 class Pick : public LibraryTest {
   protected:
     void SetUp() override {
@@ -109,16 +117,11 @@ TEST_F(Pick, HitPathLeadsFromTheRootToTheGeometry) {
 TEST_F(Pick, LinesWithinTwoPixelsOnly) {
     // the line lies on window row 8
     TQ3PickObject pick = pickAt(20, 9.5f);
-    TQ3Uns32 n = 0;
-    Q3Pick_GetNumHits(pick, &n);
-    ASSERT_EQ(n, 2u);
     EXPECT_EQ(idOf(pick, 0), 3u);
-    Q3Object_Dispose(pick);
+    EXPECT_EQ(hitsOf(pick), 2u);
     pick = pickAt(20, 11);
-    Q3Pick_GetNumHits(pick, &n);
-    ASSERT_EQ(n, 1u);
     EXPECT_EQ(idOf(pick, 0), 1u);
-    Q3Object_Dispose(pick);
+    EXPECT_EQ(hitsOf(pick), 1u);
 }
 
 TEST_F(Pick, EmptySpaceAndHiddenGroupsGiveNothing) {
@@ -199,13 +202,9 @@ TEST_F(Pick, PointsAndMarkersWithinTheVertexTolerance) {
         TQ3Uns32 hits;
     } cases[] = {
         {{49.5f, 17}, 1}, {{51, 16}, 0}, {{20, 52}, 1}, {{14.5f, 47}, 1}, {{27.5f, 48}, 0}};
-    for (const Case& k : cases) {
-        TQ3PickObject pick = pickScene(*tv, k.at, kQ3PickSortNearToFar, 0, scene);
-        TQ3Uns32 n = 9;
-        Q3Pick_GetNumHits(pick, &n);
-        EXPECT_EQ(n, k.hits) << k.at.x << "," << k.at.y;
-        Q3Object_Dispose(pick);
-    }
+    for (const Case& k : cases)
+        EXPECT_EQ(hitsOf(pickScene(*tv, k.at, kQ3PickSortNearToFar, 0, scene)), k.hits)
+            << k.at.x << "," << k.at.y;
     Q3Object_Dispose(point);
     Q3Object_Dispose(marker);
 }
@@ -216,22 +215,13 @@ TEST_F(Pick, StylesDecideWhatCanBeHit) {
     TQ3Object sq = square(0.5f, 0);
     TQ3Uns32 n = 0;
     // drawn as edges: the middle is empty, the outline is there
-    TQ3PickObject pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {edges, sq});
-    Q3Pick_GetNumHits(pick, &n);
-    EXPECT_EQ(n, 0u);
-    Q3Object_Dispose(pick);
-    pick = pickScene(*tv, {32, 17}, kQ3PickSortNearToFar, 0, {edges, sq});
-    Q3Pick_GetNumHits(pick, &n);
-    EXPECT_EQ(n, 1u);
-    Q3Object_Dispose(pick);
+    EXPECT_EQ(hitsOf(pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {edges, sq})), 0u);
+    EXPECT_EQ(hitsOf(pickScene(*tv, {32, 17}, kQ3PickSortNearToFar, 0, {edges, sq})), 1u);
     // turned away and removed: no hit
     TQ3RotateTransformData turn{kQ3AxisY, 3.1415927f};
     TQ3Object flip = Q3RotateTransform_New(&turn);
-    pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {remove, flip, sq});
-    Q3Pick_GetNumHits(pick, &n);
-    EXPECT_EQ(n, 0u);
-    Q3Object_Dispose(pick);
-    pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {flip, sq});
+    EXPECT_EQ(hitsOf(pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {remove, flip, sq})), 0u);
+    TQ3PickObject pick = pickScene(*tv, {32, 32}, kQ3PickSortNearToFar, 0, {flip, sq});
     Q3Pick_GetNumHits(pick, &n);
     EXPECT_EQ(n, 1u);
     TQ3Vector3D normal{};
