@@ -21,6 +21,13 @@ class Geometry : public LibraryTest {
         Q3Object_Dispose(nul);
         LibraryTest::TearDown();
     }
+    // Draws one object with null illumination, its colours as they are.
+    void drawFlat(TestView& tv, TQ3Object o) {
+        tv.render([&](TQ3ViewObject v) {
+            Q3Object_Submit(nul, v);
+            Q3Object_Submit(o, v);
+        });
+    }
     TQ3Object nul = nullptr;
 };
 
@@ -44,10 +51,7 @@ TEST_F(Geometry, GeneralPolygonLeavesItsHoleEmpty) {
     TQ3GeneralPolygonData gd{2, c, kQ3GeneralPolygonShapeHintComplex, red};
     TQ3Object gp = Q3GeneralPolygon_New(&gd);
     TestView tv(32, 32, 5, true);
-    tv.render([&](TQ3ViewObject v) {
-        Q3Object_Submit(nul, v);
-        Q3Object_Submit(gp, v);
-    });
+    drawFlat(tv, gp);
     tv.save("qd3d_hole");
     EXPECT_EQ(tv.at(16, 16).a, 0);
     EXPECT_EQ(tv.at(3, 16).r, 255);
@@ -66,10 +70,7 @@ TEST_F(Geometry, TriGridFacetsTakeTheirOwnColours) {
     TQ3Object grid = Q3TriGrid_New(&gd);
     ASSERT_NE(grid, nullptr);
     TestView tv(32, 32, 5, true);
-    tv.render([&](TQ3ViewObject vw) {
-        Q3Object_Submit(nul, vw);
-        Q3Object_Submit(grid, vw);
-    });
+    drawFlat(tv, grid);
     // facet 0 is (0,0) (1,0) (1,1): upper-left, lower-left, lower-right
     Pixel lowerLeft = tv.at(4, 28), upperRight = tv.at(28, 4);
     EXPECT_EQ(lowerLeft.g, 255);
@@ -151,10 +152,7 @@ TEST_F(Geometry, TrianglesThroughTheHitherPlaneAreCut) {
     TQ3PolygonData pd{4, v, grey};
     TQ3Object floor = Q3Polygon_New(&pd);
     TestView tv(64, 48, 5, false);
-    tv.render([&](TQ3ViewObject vw) {
-        Q3Object_Submit(nul, vw);
-        Q3Object_Submit(floor, vw);
-    });
+    drawFlat(tv, floor);
     tv.save("qd3d_floor");
     // below the horizon the floor, above it nothing
     EXPECT_EQ(tv.at(32, 47).r, 128);
@@ -170,10 +168,7 @@ TEST_F(Geometry, PaneLimitsWhereTheRendererDraws) {
     Q3DrawContext_SetPaneState(tv.context, kQ3True);
     TQ3AttributeSet white = colourSet(1, 1, 1);
     TQ3Object big = square(5, 0, white);
-    tv.render([&](TQ3ViewObject v) {
-        Q3Object_Submit(nul, v);
-        Q3Object_Submit(big, v);
-    });
+    drawFlat(tv, big);
     EXPECT_EQ(tv.at(16, 16).r, 255);
     EXPECT_EQ(tv.at(4, 4).a, 0xDE); // outside the pane the memory is untouched
     Q3Object_Dispose(big);
