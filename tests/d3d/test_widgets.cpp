@@ -15,6 +15,7 @@
 #include "tests/d3d/TestViewer.h"
 
 #include <cmath>
+#include <functional>
 #include <sstream>
 #include <string>
 
@@ -157,23 +158,18 @@ TEST_F(Widgets, BoxWidgetsCarryTheirPartsInTheirPickIds) {
 }
 
 TEST_F(Widgets, UpdateTwiceIsUpdateOnce) {
+    const auto twice = [](const DGroupObject& widget, const std::function<void()>& update) {
+        update();
+        const std::string once = Signature(widget);
+        update();
+        EXPECT_EQ(Signature(widget), once);
+    };
     DScaleWidget scale(Box(0, 0, 0, 2, 1, 1), 9);
-    scale.Update({2, 1, 1}, {4, 4, 4});
-    const std::string once = Signature(scale);
-    scale.Update({2, 1, 1}, {4, 4, 4});
-    EXPECT_EQ(Signature(scale), once);
-
+    twice(scale, [&] { scale.Update({2, 1, 1}, {4, 4, 4}); });
     DRotateWidget rotate({{5, 5, 5}, 2, kQ3False}, {1, 1, 1}, 9);
-    rotate.Update({1, 1, 1}, 3);
-    const std::string rotateOnce = Signature(rotate);
-    rotate.Update({1, 1, 1}, 3);
-    EXPECT_EQ(Signature(rotate), rotateOnce);
-
+    twice(rotate, [&] { rotate.Update({1, 1, 1}, 3); });
     DLightWidget light(3);
-    light.Update({2, 2, 2});
-    const std::string lightOnce = Signature(light);
-    light.Update({2, 2, 2});
-    EXPECT_EQ(Signature(light), lightOnce);
+    twice(light, [&] { light.Update({2, 2, 2}); });
 }
 
 TEST_F(Widgets, HandleSizeFollowsTheScreenScale) {
