@@ -153,6 +153,27 @@ bool VZarbesoDocument::RenderScene(bool interactive) {
     return done;
 }
 
+void VZarbesoDocument::PreviewRender() {
+    if (view_->IsRenderShowing()) return;
+    const bool offscreen = view_->IsOffscreen();
+    view_->SetOffscreen(true);
+    view_->SetRenderShowing(false);
+    RenderScene(true);
+    view_->SetOffscreen(offscreen);
+}
+
+bool VZarbesoDocument::DeleteSelection(bool all) {
+    SetCurrent3DView(view_.get());
+    if (view_->DeleteSelectedPoint()) return true;
+    VZarbesoSceneManager* scene = view_->GetSceneManager();
+    const std::uint32_t lights = scene->GetLightCount();
+    if (all)
+        scene->DeleteAllLights();
+    else
+        scene->DeleteSelected();
+    return scene->GetLightCount() != lights;
+}
+
 bool VZarbesoDocument::ConfirmRun() {
     SaveWorkspace();
     const bool rendered = RenderFinal();

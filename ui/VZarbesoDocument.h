@@ -87,6 +87,14 @@ class VZarbesoDocument : public KListener {
     // What OK does once the text is there: saves the workspace, renders at
     // full size, and ends the document's part of the run (invocation 0).
     bool ConfirmRun();
+    // Preview: unless a render already stands in the view, renders the scene
+    // over the image, whatever the Image box says, and leaves it showing
+    // until the scene changes.
+    void PreviewRender();
+    // The Delete key: the point tools delete their selected anchor first;
+    // otherwise the selected light goes, or with `all` every light. False
+    // when nothing was deleted.
+    bool DeleteSelection(bool all);
 
     // ---- the workspace ----
     // Fills a new workspace from the scene and the controls and writes it.

@@ -29,6 +29,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QTabWidget>
+#include <QTimer>
 
 namespace {
 // The colour picker for the scene (the colour of a light), over the window.
@@ -179,6 +180,9 @@ void VZarbesoWindow_Win::Start(int16 invocation) {
     suspendRedraw = false;
     SetTool(currentTool);
     Redraw();
+    // The splash ends once the window stands: on the loop's first turn,
+    // which comes after the window was shown.
+    if (AboutBox* s = splash.release()) QTimer::singleShot(0, s, [s] { delete s; });
 }
 
 void VZarbesoWindow_Win::MakeToolTips() {
@@ -432,16 +436,11 @@ void VZarbesoWindow_Win::EndRun(int code) {
 void VZarbesoWindow_Win::PreviewFlow() {
     if (!HasPath()) return;
     WaitCursor wait;
-    VZarbesoView& view = *GetView();
-    if (!view.IsRenderShowing()) {
-        const bool offscreen = view.IsOffscreen();
-        view.SetOffscreen(true);
-        view.SetRenderShowing(false);
+    if (!GetView()->IsRenderShowing()) {
         RenderProgressDialog progress(Window(), viewWidget_);
         progress_ = &progress;
-        RenderScene(true);
+        PreviewRender();
         progress_ = nullptr;
-        view.SetOffscreen(offscreen);
     }
     viewWidget_->repaint();
 }

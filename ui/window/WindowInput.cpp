@@ -84,20 +84,9 @@ void VZarbesoWindow_Win::OnAccelerator(int commandId) {
 }
 
 void VZarbesoWindow_Win::DeleteKey() {
-    VZarbesoView& view = *GetView();
-    VZarbesoSceneManager* scene = view.GetSceneManager();
-    SetCurrent3DView(&view);
-    // A tool that edits the path's points takes the key first; then the
-    // lights: with Ctrl all of them, without it the selected one. With
-    // nothing to delete the key goes on to the control that has the focus.
-    const std::uint32_t lights = scene->GetLightCount();
-    if (!view.DeleteSelectedPoint()) {
-        if (QApplication::keyboardModifiers() & Qt::ControlModifier)
-            scene->DeleteAllLights();
-        else
-            scene->DeleteSelected();
-        if (scene->GetLightCount() == lights) return;
-    }
+    // With nothing to delete the key goes on to the control that has the
+    // focus.
+    if (!DeleteSelection(QApplication::keyboardModifiers() & Qt::ControlModifier)) return;
     gAcceleratorHandled = 1;
     ClearRender(false);
     Redraw();
