@@ -76,10 +76,7 @@ TEST(FilterHostRecord, EachImageKindAndSetupGivesItsFilterCase) {
         EXPECT_EQ(r.imageSize.h, 20);
         EXPECT_EQ(r.imageSize.v, 10);
         const Rect expected = c.selected ? Rect{2, 3, 9, 11} : Rect{0, 0, 10, 20};
-        EXPECT_EQ(r.filterRect.top, expected.top);
-        EXPECT_EQ(r.filterRect.left, expected.left);
-        EXPECT_EQ(r.filterRect.bottom, expected.bottom);
-        EXPECT_EQ(r.filterRect.right, expected.right);
+        EXPECT_EQ(std::memcmp(&r.filterRect, &expected, sizeof expected), 0);
     }
 }
 
