@@ -102,7 +102,7 @@ int DialogControls::RoomRightOf(const ControlTemplate& c) const {
         else if (o.x + o.cx > c.x)
             right = std::min(right, o.x + o.cx);
     }
-    return plumet::DluToPixelsX(right) - plumet::DluToPixelsX(c.x) - 2;
+    return plumet::DluToPixelsX(right) - plumet::DluToPixelsX(c.x);
 }
 
 QSize DialogControls::PixelSize(const plumet::DialogTemplate& dialog) {

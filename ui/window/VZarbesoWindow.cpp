@@ -186,6 +186,8 @@ void VZarbesoWindow_Win::Start(int16 invocation) {
 }
 
 void VZarbesoWindow_Win::MakeToolTips() {
+    // The tips show whether or not the window is the active one.
+    dialog_->setAttribute(Qt::WA_AlwaysShowToolTips);
     std::size_t count = 0;
     const ToolEntry* tools = ToolTable(&count);
     for (std::size_t i = 0; i < count; ++i) {
