@@ -22,6 +22,13 @@ WFilterWindow* MakeScripted(intptr_t parent, int16 invocation) {
     QTimer::singleShot(0, [window] {
         QApplication::setActiveWindow(window->Widget());
         gScript(*window);
+        // A script that ended without ending the run would leave the loop
+        // waiting for ever: fail and end it after a generous while. The timer
+        // goes with the window when the run ends as it should.
+        QTimer::singleShot(30000, window->Widget(), [] {
+            ADD_FAILURE() << "the script has ended but the window is still open";
+            PostQuit(kQuitCancel);
+        });
     });
     return window;
 }

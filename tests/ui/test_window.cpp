@@ -106,13 +106,15 @@ TEST_F(Window, OkWithoutTextWarnsAndStaysEscapeAsksCancelDoesNot) {
 }
 
 // Escape pressed while OK or Preview renders stops the render, not the
-// window: no question, no picture, the window stays as it was; OK then runs
-// to the end. The key is pressed from the host's progressProc, which the
-// render calls as it starts.
+// window: no question, no picture, the window stays as it was and has the
+// keys again; OK then runs to the end. The key is pressed from the host's
+// progressProc once the render is under way and its progress bar shows.
 namespace {
 QWidget* gEscapeTo = nullptr; // the window that gets Escape at the next progress
-void PressEscapeOnce(int32, int32) {
-    if (!gEscapeTo) return;
+void PressEscapeOnce(int32 done, int32) {
+    if (!gEscapeTo || done == 0) return;
+    // a render that takes a while: its progress bar shows and takes the keys
+    QTest::qSleep(450);
     QApplication::postEvent(gEscapeTo, new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, {}));
     gEscapeTo = nullptr;
 }
@@ -121,7 +123,8 @@ void PressEscapeOnce(int32, int32) {
 TEST_F(Window, EscapeStopsARenderAndTheWindowStays) {
     WindowRun run(1600, 1000); // larger than the screen: the window shows it reduced
     run.host.record.progressProc = &PressEscapeOnce;
-    bool okStopped = false, stayed = false, previewShowing = true;
+    bool okStopped = false, stayed = false, active = false, previewShowing = true;
+    bool escapeUsed = false;
     int widthBefore = 0, widthAfter = 0;
     const int16 result = run.Run([&](VZarbesoWindow_Win& w) {
         widthBefore = w.GetView()->GetHostBinding().width;
@@ -129,17 +132,21 @@ TEST_F(Window, EscapeStopsARenderAndTheWindowStays) {
         Click(w.Controls().Get(1017));
         okStopped = w.RenderStopped();
         stayed = w.Widget()->isVisible();
+        active = QTest::qWaitForWindowActive(w.Widget());
         widthAfter = w.GetView()->GetHostBinding().width;
         gEscapeTo = w.Widget();
         Click(w.Controls().Get(1021));
+        escapeUsed = gEscapeTo == nullptr;
         previewShowing = w.GetView()->IsRenderShowing();
         Click(w.Controls().Get(1017));
     });
     gEscapeTo = nullptr;
     EXPECT_TRUE(okStopped);
     EXPECT_TRUE(stayed);
+    EXPECT_TRUE(active) << "the window has the keys again once the progress bar went";
     EXPECT_LT(widthBefore, 1600);
     EXPECT_EQ(widthAfter, widthBefore) << "the view is bound to the reduced image again";
+    EXPECT_TRUE(escapeUsed) << "Preview tells the host its progress";
     EXPECT_FALSE(previewShowing);
     EXPECT_TRUE(gQuestions.empty()) << "Escape went to the render";
     EXPECT_EQ(result, 0) << "the second OK renders and ends the run";

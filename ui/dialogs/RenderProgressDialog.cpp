@@ -14,7 +14,7 @@ constexpr int kShowAfterMs = 400;
 } // namespace
 
 RenderProgressDialog::RenderProgressDialog(QWidget* window, QWidget* still)
-    : still_(still),
+    : window_(window), still_(still),
       dialog_(std::make_unique<QProgressDialog>(
           QString::fromStdString(plumet::LoadString(plumet::kStrRenderingLabel)),
           QString::fromStdString(plumet::LoadString(plumet::kStrStopButton)), 0, kSteps, window)) {
@@ -24,11 +24,18 @@ RenderProgressDialog::RenderProgressDialog(QWidget* window, QWidget* still)
     dialog_->setAutoClose(false);
     dialog_->setAutoReset(false);
     dialog_->setValue(0);
+    windowWasActive_ = window && window->isActiveWindow();
     qApp->installEventFilter(this);
 }
 
 RenderProgressDialog::~RenderProgressDialog() {
     qApp->removeEventFilter(this);
+    // The bar takes the keys when it shows; the window that had them gets
+    // them back rather than leaving no window active.
+    if (windowWasActive_) {
+        dialog_->hide();
+        window_->activateWindow();
+    }
 }
 
 bool RenderProgressDialog::Tell(double done) {

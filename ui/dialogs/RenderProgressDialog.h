@@ -25,7 +25,9 @@ class RenderProgressDialog : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    QWidget* window_;
     QWidget* still_;
     std::unique_ptr<QProgressDialog> dialog_;
     bool stopped_ = false;
+    bool windowWasActive_ = false;
 };

@@ -394,7 +394,9 @@ void VZarbesoWindow_Win::OpenHelp() {
 }
 
 void VZarbesoWindow_Win::OkFlow() {
-    QWidget* focus = QApplication::focusWidget();
+    // The window's own focus, not the application's: a click on OK in a
+    // window that is not (or no longer) the active one is still OK.
+    QWidget* focus = Window()->focusWidget();
     const std::string text = controls_->Edit(1041)->text().toLatin1().toStdString();
     if (focus == controls_->Get(1017)) {
         if (!text.empty()) {
