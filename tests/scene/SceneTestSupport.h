@@ -1,15 +1,26 @@
 // Helpers of the scene tests: where a scene point lands in a view's window,
-// and the view's picture as a PNG.
+// the view's picture as a PNG, whole gestures and the messages heard.
 #pragma once
 
 #include "curves/VCurve.h"
+#include "foundation/WListener.h"
 #include "scene/K3DSystem.h"
 #include "scene/VC3DView.h"
 
 #include <QImage>
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <vector>
+
+// Records the messages a view broadcasts.
+struct Heard : KListener {
+    std::vector<std::int32_t> messages;
+    void HearMessage(std::int32_t message, void*) override { messages.push_back(message); }
+    long Count(std::int32_t message) const {
+        return std::count(messages.begin(), messages.end(), message);
+    }
+};
 
 // The window point of a scene point, through the view's present camera
 // transforms.

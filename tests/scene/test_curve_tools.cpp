@@ -15,11 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-struct Heard : KListener {
-    void HearMessage(std::int32_t message, void*) override { messages.push_back(message); }
-    std::vector<std::int32_t> messages;
-};
-
 struct CurveTools : ::testing::Test {
     static void SetUpTestSuite() { BuildFontList(); }
     void SetUp() override {
@@ -80,7 +75,6 @@ struct CurveTools : ::testing::Test {
     VZarbesoSceneManager& scene = *view.GetSceneManager();
     Heard heard;
 };
-
 } // namespace
 
 TEST_F(CurveTools, FourClicksDrawAPathOfFourAnchorsThatCarriesTheText) {

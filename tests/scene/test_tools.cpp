@@ -14,17 +14,10 @@
 
 namespace {
 std::vector<int> gAlerts;
-std::vector<std::int32_t> gHeard;
-
-struct Heard : KListener {
-    void HearMessage(std::int32_t message, void*) override { gHeard.push_back(message); }
-};
-
 struct Tools : ::testing::Test {
     static void SetUpTestSuite() { BuildFontList(); }
     void SetUp() override {
         gAlerts.clear();
-        gHeard.clear();
         SetSceneAlert([](int id) { gAlerts.push_back(id); });
         view.AddListener(&heard);
     }
@@ -59,7 +52,6 @@ struct Tools : ::testing::Test {
     VZarbesoSceneManager& scene = *view.GetSceneManager();
     Heard heard;
 };
-
 } // namespace
 
 TEST_F(Tools, AMovedLightFollowsThePointerInTheScreensPlane) {
@@ -127,13 +119,12 @@ TEST_F(Tools, TheLightToolPlacesALightUnderThePointerUntilTheLimit) {
     EXPECT_LT(Distance(WindowPointOf(view, PositionOf(*scene.GetLight(1))), at), 1.5f);
     // 70 per cent of the way to the point of interest, 10 away.
     EXPECT_NEAR(ViewDepthOf(PositionOf(*scene.GetLight(1))), -7.0f, 1e-3);
-    EXPECT_EQ(std::count(gHeard.begin(), gHeard.end(), kMsgLightPlaced), 1);
+    EXPECT_EQ(heard.Count(kMsgLightPlaced), 1);
     for (int i = 0; i < 5; ++i)
         Gesture({{static_cast<int>(50 + 40 * i), 200}});
     EXPECT_EQ(scene.GetLightCount(), 5u);
     EXPECT_EQ(gAlerts, std::vector<int>{plumet::kStrLightLimit});
-    EXPECT_EQ(std::count(gHeard.begin(), gHeard.end(), kMsgLightPlaced), 6)
-        << "the tool ends even when the light was refused";
+    EXPECT_EQ(heard.Count(kMsgLightPlaced), 6) << "the tool ends even when the light was refused";
 }
 
 TEST_F(Tools, CameraToolsTurnMoveAndRollTheSceneNotTheCamera) {
@@ -169,7 +160,7 @@ TEST_F(Tools, CameraToolsTurnMoveAndRollTheSceneNotTheCamera) {
     EXPECT_GT(ViewDepthOf({0, 0, 0, 1}), -9.0f);
     EXPECT_EQ(std::memcmp(&view.camera->GetData(), &camera, sizeof camera), 0)
         << "the camera itself stays";
-    EXPECT_GT(std::count(gHeard.begin(), gHeard.end(), kMsgViewMatrixChanged), 5);
+    EXPECT_GT(heard.Count(kMsgViewMatrixChanged), 5);
 }
 
 TEST_F(Tools, TheTruckWithCtrlWidensTheAngleWithinItsLimits) {
@@ -178,13 +169,12 @@ TEST_F(Tools, TheTruckWithCtrlWidensTheAngleWithinItsLimits) {
     const float before = view.GetFieldOfView();
     Gesture({{200, 100}, {200, 110}}, kModCtrl);
     EXPECT_NEAR(view.GetFieldOfView(), before + 5.0f, 1e-3) << "2 pixels down widen by a degree";
-    gHeard.clear();
+    heard.messages.clear();
     Gesture({{200, 0}, {200, 290}}, kModCtrl);
     EXPECT_NEAR(view.GetFieldOfView(), 175.0f, 1e-3);
     Gesture({{200, 290}, {200, 0}, {200, -300}}, kModCtrl);
     EXPECT_NEAR(view.GetFieldOfView(), 25.0f, 1e-3);
-    EXPECT_GE(std::count(gHeard.begin(), gHeard.end(), kMsgFieldOfViewChanged), 3)
-        << "the angle is told even at its limit";
+    EXPECT_GE(heard.Count(kMsgFieldOfViewChanged), 3) << "the angle is told even at its limit";
 }
 
 TEST_F(Tools, ProtocolChangesOfToolAndKeys) {
@@ -236,7 +226,7 @@ TEST_F(Tools, TextToolsDragTheLayoutWithHollowLettersUntilTheRelease) {
     EXPECT_FALSE(view.GetDragOutline());
     EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 52.5f, 1e-4);
     EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSpacing), 6.25f, 1e-3);
-    EXPECT_NE(std::find(gHeard.begin(), gHeard.end(), kMsgTextPositionChanged), gHeard.end());
+    EXPECT_GT(heard.Count(kMsgTextPositionChanged), 0);
 
     const float width = view.GetLayout(TextLayoutValue::kWidth);
     const float height = view.GetLayout(TextLayoutValue::kHeight);

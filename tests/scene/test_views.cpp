@@ -1,6 +1,6 @@
 // The view: its camera transforms, placements, field of view and frames.
+#include "SceneTestSupport.h"
 #include "foundation/Messages.h"
-#include "foundation/WListener.h"
 #include "scene/K3DSystem.h"
 #include "scene/VZarbesoView.h"
 #include "text/FontList.h"
@@ -11,11 +11,6 @@
 #include <vector>
 
 namespace {
-struct Heard : KListener {
-    std::vector<std::int32_t> messages;
-    void HearMessage(std::int32_t message, void*) override { messages.push_back(message); }
-};
-
 // Counts frames: a view whose draw passes are recorded.
 class CountingView : public VZarbesoView {
   public:
@@ -94,7 +89,7 @@ TEST_F(Views, CustomViewSlotsSaveRestoreAndDelete) {
     EXPECT_FLOAT_EQ(scale.value[0][0], 1.0f);
 }
 
-TEST_F(Views, AdornerChangesBroadcastTheTotalWithoutDrawingUnlessAsked) {
+TEST_F(Views, AdornerChangesBroadcastTheTotalWithoutDrawingUnlessAskedAndFramesDoNotNest) {
     CountingView view;
     Heard heard;
     view.AddListener(&heard);
@@ -108,14 +103,10 @@ TEST_F(Views, AdornerChangesBroadcastTheTotalWithoutDrawingUnlessAsked) {
     TQ3Matrix4x4 total;
     view.GetTotal(total);
     EXPECT_FLOAT_EQ(total.value[0][0], 1.5f); // 3 x 0.5
-}
-
-TEST_F(Views, AFrameFromInsideAFrameDoesNothing) {
-    CountingView view;
+    // A paint from inside a frame draws nothing more.
     view.nest = true;
-    const int before = view.frames;
     view.Refresh();
-    EXPECT_EQ(view.frames, before + 1);
+    EXPECT_EQ(view.frames, before + 2);
     EXPECT_FALSE(view.drawing);
 }
 
@@ -143,27 +134,7 @@ TEST_F(Views, OffscreenFramesLandInTheFrontWorldWithCoverageAsAlpha) {
     EXPECT_EQ(view.frontWorld->Pixel32(0, 0), 0u) << "the background stays transparent";
 }
 
-TEST_F(Views, OutlinesAreReadAgainOnlyForANewTextOrFont) {
-    BuildFontList();
-    VZarbesoView view(200, 120);
-    view.SetupText("Abc");
-    const TextCharacter* chars = view.GetTextChars();
-    ASSERT_NE(chars, nullptr);
-    const std::uint32_t before = view.GetAlignedText()->CountObjects();
-    view.SetLayout(TextLayoutValue::kSlide, 20, true, true);
-    view.SetFaceColor(1, 2, 3);
-    view.SetOpacity(40);
-    view.SetPath(2, 40, 60);
-    EXPECT_EQ(view.GetTextChars(), chars) << "layout, colour, opacity and path keep the outlines";
-    EXPECT_EQ(view.GetAlignedText()->CountObjects(), before) << "but every letter is rebuilt";
-    view.SetText("Abcd");
-    EXPECT_NE(view.GetTextChars(), chars);
-    EXPECT_GT(view.GetAlignedText()->CountObjects(), before);
-    EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 20.0f, 1e-5);
-    EXPECT_NEAR(view.SetLayout(TextLayoutValue::kRevolve, 190, false, true), -170.0f, 1e-4);
-}
-
-TEST_F(Views, LayoutAndPathSetBeforeTheTextAreKeptByIt) {
+TEST_F(Views, LayoutAndPathSetBeforeTheTextStayAndOutlinesAreReadOnlyForANewText) {
     BuildFontList();
     VZarbesoView view(200, 120);
     EXPECT_NEAR(view.SetLayout(TextLayoutValue::kSlide, 20, true, true), 20.0f, 1e-5);
@@ -172,7 +143,20 @@ TEST_F(Views, LayoutAndPathSetBeforeTheTextAreKeptByIt) {
     view.SetupText("Abc");
     EXPECT_EQ(view.GetCurve(), path);
     EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 20.0f, 1e-5);
-    EXPECT_GT(view.GetAlignedText()->CountObjects(), 0u);
+    const TextCharacter* chars = view.GetTextChars();
+    ASSERT_NE(chars, nullptr);
+    const std::uint32_t before = view.GetAlignedText()->CountObjects();
+    view.SetLayout(TextLayoutValue::kSlide, 30, true, true);
+    view.SetFaceColor(1, 2, 3);
+    view.SetOpacity(40);
+    view.SetPath(2, 45, 60);
+    EXPECT_EQ(view.GetTextChars(), chars) << "layout, colour, opacity and path keep the outlines";
+    EXPECT_EQ(view.GetAlignedText()->CountObjects(), before) << "but every letter is rebuilt";
+    view.SetText("Abcd");
+    EXPECT_NE(view.GetTextChars(), chars);
+    EXPECT_GT(view.GetAlignedText()->CountObjects(), before);
+    EXPECT_NEAR(view.GetLayout(TextLayoutValue::kSlide), 30.0f, 1e-5);
+    EXPECT_NEAR(view.SetLayout(TextLayoutValue::kRevolve, 190, false, true), -170.0f, 1e-4);
 }
 
 TEST_F(Views, LayoutValuesAreShownAndBroadcastOnceScaled) {
