@@ -3,10 +3,10 @@
 // the interactive picture, and a camera turn carries the lights with the
 // scene.
 #include "scene/K3DSystem.h"
+#include "tests/scene/SceneTestSupport.h"
 #include "text/FontList.h"
 #include "ui/VZarbesoDocument.h"
 
-#include <QImage>
 #include <gtest/gtest.h>
 
 namespace {
@@ -53,21 +53,6 @@ struct LightRender : ::testing::Test {
         if (sum.n) sum.r /= sum.n, sum.g /= sum.n, sum.b /= sum.n;
         return sum;
     }
-    // Where a scene point lands in the window.
-    QPoint WindowPoint(const KVector3D& p) {
-        VCViewMatrix& m = *static_cast<VCViewMatrix*>(system.GetViewMatrix());
-        m.Compute(&view);
-        KVector3D v;
-        m.WorldToView(p, v);
-        const KVector3D f = TransformPoint(TransformPoint(v, m.viewToFrustum), m.frustumToWindow);
-        return {int(f.x + 0.5f), int(f.y + 0.5f)};
-    }
-    void Save(const char* name) {
-        const KGWorld& world = *view.frontWorld;
-        QImage(world.Row(0), world.GetWidth(), world.GetHeight(), world.GetRowBytes(),
-               QImage::Format_ARGB32_Premultiplied)
-            .save(QString(PLUMET_TEST_OUTPUT "/") + name);
-    }
     VC3DSystem system;
     VZarbesoDocument doc{false};
     VZarbesoView& view = *doc.GetView();
@@ -79,14 +64,14 @@ TEST_F(LightRender, EachRendererLightsTheSidesThatFaceTheLights) {
     const int w = view.GetFrame().right;
     KVector3D iconAt;
     blue->GetPosition(iconAt);
-    const QPoint icon = WindowPoint(iconAt);
+    const QPoint icon = WindowPointOf(view, iconAt);
     ASSERT_TRUE(view.GetFrame().right > icon.x() && icon.y() > 0);
 
     // Faces turned to the red light on the left, to the green one on the
     // right; sides turned the other way take the other colour, so the two
     // ends are compared with each other.
     view.Refresh();
-    Save("lights-three-interactive.png");
+    SaveFrontWorld(view, "lights-three-interactive.png");
     Rgb left = Band(0, w / 3), right = Band(2 * w / 3, w);
     ASSERT_GT(left.n, 100);
     ASSERT_GT(right.n, 100);
@@ -96,7 +81,7 @@ TEST_F(LightRender, EachRendererLightsTheSidesThatFaceTheLights) {
     EXPECT_GT(iconPixel & 0xFF, (iconPixel >> 16) & 0xFF);
 
     doc.RenderScene(true);
-    Save("lights-three-final.png");
+    SaveFrontWorld(view, "lights-three-final.png");
     left = Band(0, w / 3);
     right = Band(2 * w / 3, w);
     EXPECT_GT(left.Red(), right.Red() + 60);
@@ -113,7 +98,7 @@ TEST_F(LightRender, AfterAHalfTurnTheLightsShineFromWhereTheyStandInTheScene) {
     // lights stay in front of them, so little light reaches what is seen.
     const TQ3Matrix4x4 half = MatrixFromRotation(0, 3.1415927f, 0);
     view.ApplyTo(K3DViewAdorner::kOrbit, K3DViewAdorner::kApply, &half, true);
-    Save("lights-three-turned.png");
+    SaveFrontWorld(view, "lights-three-turned.png");
     const Rgb back = Band(0, w);
     ASSERT_GT(back.n, 100);
     EXPECT_LT(back.r + back.g + back.b, (front.r + front.g + front.b) / 2);

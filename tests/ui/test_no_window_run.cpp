@@ -1,34 +1,16 @@
 // The run without a window, end to end inside the filter: the host's image
 // goes in, the default text is rendered at full size and composited.
-#include "host/CZarbesoPlugin.h"
-#include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "scene/K3DSystem.h"
-#include "tests/host/FakeHost.h"
+#include "tests/ui/FilterStart.h"
 #include "ui/NoWindowRun.h"
 #include "ui/VZarbesoDocument.h"
 
-#include <QImage>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
 namespace {
-int16 Call(int16 selector, FilterRecord* record) {
-    CZarbesoPlugin plugin;
-    int16 result = 0;
-    int32 data = 0;
-    plugin.Dispatch(selector, record, &data, &result);
-    return result;
-}
-
-int16 RunFilter(FakeHost& host) {
-    SetNoWindowRunner(&RunWithoutWindow);
-    for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart})
-        if (int16 r = Call(s, &host.record)) return r;
-    return 0;
-}
-
 // Fills the image with a soft gradient, so the text stands out from it.
 void Paint(FakeHost& host, int alpha = -1) {
     for (int y = 0; y < host.height; ++y)
@@ -50,23 +32,13 @@ std::vector<bool> Covered(const FakeHost& host, int planes) {
                 covered[i] = true;
     return covered;
 }
-
-void Save(const FakeHost& host, const char* name) {
-    QImage img(host.width, host.height, QImage::Format_ARGB32);
-    for (int y = 0; y < host.height; ++y)
-        for (int x = 0; x < host.width; ++x) {
-            const uint8* p = &host.outBuffer[(std::size_t(y) * host.width + x) * host.planes];
-            img.setPixel(x, y, qRgba(p[0], p[1], p[2], host.planes == 4 ? p[3] : 255));
-        }
-    img.save(QString("%1/%2").arg(PLUMET_TEST_OUTPUT).arg(name));
-}
 } // namespace
 
 TEST(NoWindowRun, DefaultTextLandsInTheMiddleOfAnRgbImage) {
     FakeHost host(320, 200, 3, plugInModeRGBColor, filterCaseFlatImageNoSelection);
     Paint(host);
-    ASSERT_EQ(RunFilter(host), 0);
-    Save(host, "nowindow-rgb.png");
+    ASSERT_EQ(StartFilter(host, &RunWithoutWindow), 0);
+    SaveHostOutput(host, "nowindow-rgb.png");
     const std::vector<bool> covered = Covered(host, 3);
     int inMiddle = 0, inCorners = 0;
     for (int y = 0; y < host.height; ++y)
@@ -83,7 +55,7 @@ TEST(NoWindowRun, DefaultTextLandsInTheMiddleOfAnRgbImage) {
 TEST(NoWindowRun, CmykKeepsItsBlackPlane) {
     FakeHost host(160, 100, 4, plugInModeCMYKColor, filterCaseFlatImageNoSelection);
     Paint(host);
-    ASSERT_EQ(RunFilter(host), 0);
+    ASSERT_EQ(StartFilter(host, &RunWithoutWindow), 0);
     const std::vector<bool> covered = Covered(host, 3);
     int changed = 0;
     for (std::size_t i = 0; i < covered.size(); ++i) {
@@ -96,8 +68,8 @@ TEST(NoWindowRun, CmykKeepsItsBlackPlane) {
 TEST(NoWindowRun, LayerGetsTheGreaterAlphaWhereTheTextLies) {
     FakeHost host(160, 100, 4, plugInModeRGBColor, filterCaseEditableTransparencyNoSelection);
     Paint(host, 77);
-    ASSERT_EQ(RunFilter(host), 0);
-    Save(host, "nowindow-layer.png");
+    ASSERT_EQ(StartFilter(host, &RunWithoutWindow), 0);
+    SaveHostOutput(host, "nowindow-layer.png");
     int opaque = 0, kept = 0;
     for (std::size_t i = 0; i < std::size_t(host.width) * host.height; ++i) {
         const uint8 a = host.outBuffer[i * 4 + 3];
@@ -112,9 +84,7 @@ TEST(NoWindowRun, LayerGetsTheGreaterAlphaWhereTheTextLies) {
 TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels) {
     FakeHost host(200, 120, 4, plugInModeRGBColor, filterCaseEditableTransparencyNoSelection);
     Paint(host, 0); // a fully transparent layer: the picture's own alpha shows
-    SetNoWindowRunner([] { return true; }); // the test drives the document itself
-    for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart})
-        ASSERT_EQ(Call(s, &host.record), 0);
+    ASSERT_EQ(StartFilter(host, [] { return true; }), 0); // the test drives the document
 
     VC3DSystem system;
     auto coverage = [&](TQ3ObjectType renderer, float opacity, std::vector<uint8>* alpha) {
@@ -133,11 +103,11 @@ TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels
     const TQ3ObjectType finalType = probe.GetRenderer()->GetFinalType();
     ASSERT_NE(finalType, 0u) << "the final renderer is registered and chosen";
     coverage(finalType, 100, &finalAlpha);
-    Save(host, "document-final.png");
+    SaveHostOutput(host, "document-final.png");
     coverage(kQ3RendererTypeInteractive, 100, &interactiveAlpha);
-    Save(host, "document-interactive.png");
+    SaveHostOutput(host, "document-interactive.png");
     coverage(finalType, 50, &halfAlpha);
-    Save(host, "document-half.png");
+    SaveHostOutput(host, "document-half.png");
 
     int both = 0, either = 0, partial = 0;
     for (std::size_t i = 0; i < finalAlpha.size(); ++i) {
@@ -154,9 +124,7 @@ TEST(Document, SeeThroughTextGivesPartialAlphaAndBothRenderersCoverTheSamePixels
 TEST(Document, OkAfterAFullSizePreviewDoesNotRenderAgain) {
     FakeHost host(160, 100, 3, plugInModeRGBColor, filterCaseFlatImageNoSelection);
     Paint(host);
-    SetNoWindowRunner([] { return true; });
-    for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart})
-        ASSERT_EQ(Call(s, &host.record), 0);
+    ASSERT_EQ(StartFilter(host, [] { return true; }), 0);
     VC3DSystem system;
     for (int16 scale : {int16(1), int16(2)}) {
         gPluginParameters->previewScale = scale;

@@ -2,15 +2,12 @@
 // progressProc and abortProc in the run without a window, and through the
 // document's own hook, which the window uses. A picture drawn in bands of
 // rows is the picture drawn whole.
-#include "host/CZarbesoPlugin.h"
-#include "host/ModalRun.h"
 #include "scene/K3DSystem.h"
-#include "tests/host/FakeHost.h"
+#include "tests/ui/FilterStart.h"
 #include "ui/NoWindowRun.h"
 #include "ui/VZarbesoDocument.h"
 
 #include <gtest/gtest.h>
-
 #include <vector>
 
 namespace {
@@ -23,18 +20,6 @@ void Progress(int32 done, int32 total) {
 }
 Boolean Abort() {
     return gAbortAfter && ++gAbortCalls >= gAbortAfter;
-}
-
-int16 RunWithoutWindowThroughSelectors(FakeHost& host) {
-    SetNoWindowRunner(&RunWithoutWindow);
-    for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
-        CZarbesoPlugin plugin;
-        int16 result = 0;
-        int32 data = 0;
-        plugin.Dispatch(s, &host.record, &data, &result);
-        if (result) return result;
-    }
-    return 0;
 }
 
 // A document whose renders stop once they are further than `stopAt`.
@@ -83,7 +68,7 @@ TEST(RenderProgress, TheHostHearsItAndItsAbortEndsTheRunAsACancelWithTheOutputUn
         gProgress.clear();
         gAbortAfter = abortAfter;
         gAbortCalls = 0;
-        const int16 result = RunWithoutWindowThroughSelectors(host);
+        const int16 result = StartFilter(host, &RunWithoutWindow);
         ASSERT_FALSE(gProgress.empty());
         for (std::size_t i = 1; i < gProgress.size(); ++i)
             EXPECT_GE(gProgress[i].first, gProgress[i - 1].first);
