@@ -65,15 +65,6 @@ struct Store : VPreferences {
 };
 } // namespace
 
-TEST(PreferencesStore, FirstStartCreatesTheFileWithItsFirstPage) {
-    TempConfigFolder config;
-    { Store store; }
-    const Bytes file = config.Read(kPreferencesFileName);
-    ASSERT_EQ(file.size(), 512u);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(&file[4])), "Settings");
-    EXPECT_EQ(file[0] | file[1] | file[2] | file[3], 0);
-}
-
 TEST(PreferencesStore, ReadsAFileThatAnotherProgramWrote) {
     TempConfigFolder config;
     // Settings in pages 1 and 3 of the file (section pages 0 and 1), with a
@@ -216,8 +207,14 @@ TEST(PreferencesStore, AWriteThatFailsLeavesTheOldFile) {
         << "no half-written file is left beside it";
 }
 
-TEST(PreferencesStore, NoFolderMeansNoFileAndNoFailure) {
+TEST(PreferencesStore, FirstStartCreatesTheFileAndNoFolderMeansNoFileAndNoFailure) {
     TempConfigFolder config;
+    { Store store; }
+    const Bytes file = config.Read(kPreferencesFileName);
+    ASSERT_EQ(file.size(), 512u);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(&file[4])), "Settings");
+    EXPECT_EQ(file[0] | file[1] | file[2] | file[3], 0);
+
     config.Write("plain", {1});
     setenv("XDG_CONFIG_HOME", config.File("plain").c_str(), 1); // a file, not a folder
     Store store;

@@ -3,15 +3,13 @@
 #include "curves/VCNurbsCurve.h"
 #include "curves/VCustomPathData.h"
 #include "host/Alerts.h"
-#include "host/CZarbesoPlugin.h"
-#include "host/ModalRun.h"
 #include "host/ModuleState.h"
 #include "scene/K3DSystem.h"
 #include "scene/VCBezierCurveModel.h"
 #include "scene/VCLight.h"
 #include "tests/TempConfigFolder.h"
-#include "tests/host/FakeHost.h"
 #include "tests/scene/SceneTestSupport.h"
+#include "tests/ui/FilterStart.h"
 #include "text/FontList.h"
 #include "ui/NoWindowRun.h"
 #include "ui/VZarbesoDocument.h"
@@ -38,14 +36,7 @@ class WorkspaceScene : public ::testing::Test {
                 uint8* p = &host.image[(std::size_t(y) * host.width + x) * 3];
                 p[0] = uint8(40 + y), p[1] = uint8(90 + x / 3), p[2] = 150;
             }
-        SetNoWindowRunner([] { return true; });
-        for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
-            CZarbesoPlugin plugin;
-            int16 result = 0;
-            int32 data = 0;
-            plugin.Dispatch(s, &host.record, &data, &result);
-            ASSERT_EQ(result, 0);
-        }
+        ASSERT_EQ(StartFilter(host, [] { return true; }), 0);
     }
 
     // The document as a run of the window starts it.
@@ -58,13 +49,7 @@ class WorkspaceScene : public ::testing::Test {
     }
 
     std::vector<uint8> Output(const char* name) const {
-        QImage img(host.width, host.height, QImage::Format_RGB32);
-        for (int y = 0; y < host.height; ++y)
-            for (int x = 0; x < host.width; ++x) {
-                const uint8* p = &host.outBuffer[(std::size_t(y) * host.width + x) * 3];
-                img.setPixel(x, y, qRgb(p[0], p[1], p[2]));
-            }
-        img.save(QString("%1/%2").arg(PLUMET_TEST_OUTPUT).arg(name));
+        SaveHostOutput(host, name);
         return host.outBuffer;
     }
 
@@ -297,46 +282,11 @@ TEST_F(WorkspaceScene, ACustomTextureComesBackAndFallsBackWhenItsFileHasGone) {
     SetMessageSink(nullptr);
 }
 
-TEST_F(WorkspaceScene, ADrawnPathComesBackWithEveryKnotAndPoint) {
+TEST_F(WorkspaceScene, ADrawnPathComesBackWholeAndTheTextFollowsItWithoutTheWindow) {
     VC3DSystem tools; // the tools' picker and view matrix; the filter's start ended its own
+    std::vector<QPointF> line;
     std::vector<KVector3D> points;
     std::vector<double> knots;
-    {
-        std::unique_ptr<VZarbesoDocument> d = Start();
-        VZarbesoView& view = *d->GetView();
-        ASSERT_TRUE(d->NewCustomPath("Drawn"));
-        view.SetTool(kToolCurveDraw);
-        Gesture(view, {{30, 100}, {50, 60}});
-        Gesture(view, {{120, 75}, {150, 80}});
-        Gesture(view, {{210, 50}, {225, 100}});
-        ASSERT_NE(view.GetBezierModel(), nullptr);
-        const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
-        points.assign(curve.ctrlPoints->points.get(),
-                      curve.ctrlPoints->points.get() + curve.GetControlPointCount());
-        knots.assign(curve.knots->values.get(), curve.knots->values.get() + curve.knots->count);
-        d->SaveWorkspace();
-    }
-    std::unique_ptr<VZarbesoDocument> d = Start();
-    VZarbesoView& view = *d->GetView();
-    EXPECT_EQ(d->GetPathRows()[d->controls.pathRow], "Drawn");
-    ASSERT_NE(view.GetBezierModel(), nullptr) << "a drawn path reopens as its pieces";
-    EXPECT_EQ(view.GetBezierModel()->GetPieceCount(), 2);
-    const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
-    ASSERT_EQ(curve.GetControlPointCount(), std::int32_t(points.size()));
-    ASSERT_EQ(curve.knots->count, std::int32_t(knots.size()));
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const KVector3D& p = curve.ctrlPoints->points[i];
-        EXPECT_TRUE(p.x == points[i].x && p.y == points[i].y && p.z == points[i].z &&
-                    p.w == points[i].w)
-            << "point " << i;
-    }
-    for (std::size_t i = 0; i < knots.size(); ++i)
-        EXPECT_EQ(curve.knots->values[i], knots[i]) << "knot " << i;
-}
-
-TEST_F(WorkspaceScene, TextOnADrawnSCurveFollowsItInARunWithoutTheWindow) {
-    VC3DSystem tools;
-    std::vector<QPointF> line;
     {
         std::unique_ptr<VZarbesoDocument> d = Start();
         VZarbesoView& view = *d->GetView();
@@ -347,8 +297,30 @@ TEST_F(WorkspaceScene, TextOnADrawnSCurveFollowsItInARunWithoutTheWindow) {
         // Up out of the left anchor, into the right one from below.
         Gesture(view, {{25, 80}, {55, 15}});
         Gesture(view, {{215, 70}, {245, 5}});
+        ASSERT_NE(view.GetBezierModel(), nullptr);
+        const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
+        points.assign(curve.ctrlPoints->points.get(),
+                      curve.ctrlPoints->points.get() + curve.GetControlPointCount());
+        knots.assign(curve.knots->values.get(), curve.knots->values.get() + curve.knots->count);
         line = ProjectPath(view, *view.GetCurve());
         d->SaveWorkspace();
+    }
+    {
+        std::unique_ptr<VZarbesoDocument> d = Start();
+        VZarbesoView& view = *d->GetView();
+        EXPECT_EQ(d->GetPathRows()[d->controls.pathRow], "S");
+        ASSERT_NE(view.GetBezierModel(), nullptr) << "a drawn path reopens as its pieces";
+        const VCNurbsCurve& curve = *view.GetBezierModel()->GetCurve();
+        ASSERT_EQ(curve.GetControlPointCount(), std::int32_t(points.size()));
+        ASSERT_EQ(curve.knots->count, std::int32_t(knots.size()));
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const KVector3D& p = curve.ctrlPoints->points[i];
+            EXPECT_TRUE(p.x == points[i].x && p.y == points[i].y && p.z == points[i].z &&
+                        p.w == points[i].w)
+                << "point " << i;
+        }
+        for (std::size_t i = 0; i < knots.size(); ++i)
+            EXPECT_EQ(curve.knots->values[i], knots[i]) << "knot " << i;
     }
     host.outBuffer.assign(host.outBuffer.size(), 0);
     ASSERT_TRUE(RunWithoutWindow());
@@ -430,11 +402,9 @@ TEST_F(WorkspaceScene, RecordsOfAnyContentAreAppliedWithoutHarm) {
                      {&w.textAlignment, sizeof w.textAlignment},
                      {&w.switches, sizeof w.switches},
                      {&w.rendering, sizeof w.rendering},
-                     {&w.analyticPrefs, sizeof w.analyticPrefs}}) {
-                auto* bytes = static_cast<std::uint8_t*>(record);
+                     {&w.analyticPrefs, sizeof w.analyticPrefs}})
                 for (std::size_t i = 0; i < size; ++i)
-                    bytes[i] = std::uint8_t(rng());
-            }
+                    static_cast<std::uint8_t*>(record)[i] = std::uint8_t(rng());
             w.app.saved = 1;
             if (round % 2) w.camera.viewRow = -1; // Home, with the rest still random
             ASSERT_TRUE(w.WriteToFile());
