@@ -65,15 +65,16 @@ struct Store : VPreferences {
 };
 } // namespace
 
-TEST(PreferencesStore, ReadsAFileThatAnotherProgramWrote) {
+TEST(PreferencesStore, ReadsAndWritesAFileThatAnotherProgramWroteAndKeepsItsPages) {
     TempConfigFolder config;
     // Settings in pages 1 and 3 of the file (section pages 0 and 1), with a
     // foreign page before and between them.
-    config.Write(kPreferencesFileName,
-                 Join({Page("Other", {{"a", Filled(3, 'x')}}),
-                       Page("Settings", {{"long", Bytes{'1', '2', '3', '4', '5'}}}, 1),
-                       Page("Other", {{"b", Filled(9, 'y')}}),
-                       Page("Settings", {{"a", Bytes{'h', 'i'}}, {"n", Bytes{7, 1, 0, 0}}})}));
+    const Bytes foreign1 = Page("Other", {{"a", Filled(3, 'x')}});
+    const Bytes foreign2 = Page("Third", {{"b", Filled(9, 'y')}});
+    config.Write(
+        kPreferencesFileName,
+        Join({foreign1, Page("Settings", {{"long", Bytes{'1', '2', '3', '4', '5'}}}, 1), foreign2,
+              Page("Settings", {{"a", Bytes{'h', 'i'}}, {"n", Bytes{7, 1, 0, 0}}})}));
     Store store;
     EXPECT_EQ(ReadString(store, "a"), "hi");
     EXPECT_EQ(ReadString(store, "b"), "<missing>") << "a foreign section's key is not ours";
@@ -94,6 +95,20 @@ TEST(PreferencesStore, ReadsAFileThatAnotherProgramWrote) {
     EXPECT_EQ(value, 263);
     EXPECT_FALSE(store.ReadLong("missing", value));
     EXPECT_EQ(value, 263) << "a missing key keeps the caller's value";
+
+    // Four entries fill the section's two pages; two more take a page after
+    // the foreign ones, which stay where they were.
+    for (int i = 0; i < 6; ++i)
+        ASSERT_TRUE(store.Write(("key" + std::to_string(i)).c_str(),
+                                Filled(200, std::uint8_t(i)).data(), 200));
+    ASSERT_TRUE(store.Save());
+    const Bytes file = config.Read(kPreferencesFileName);
+    ASSERT_EQ(file.size(), 512u * 5);
+    EXPECT_TRUE(std::equal(foreign1.begin(), foreign1.end(), file.begin()));
+    EXPECT_TRUE(std::equal(foreign2.begin(), foreign2.end(), file.begin() + 1024));
+    Store again;
+    EXPECT_EQ(ReadString(again, "a"), "hi");
+    EXPECT_EQ(ReadString(again, "key5"), std::string(200, '\5'));
 }
 
 TEST(PreferencesStore, RewrittenKeyLandsInTheFirstPageWithRoom) {
@@ -123,27 +138,6 @@ TEST(PreferencesStore, AnEntryMayFillAPageToItsLastByte) {
     EXPECT_EQ(store.GetUsed(), 1024) << "the next entry needs a new page";
     EXPECT_FALSE(store.Write("big", Filled(486, 0).data(), 486)) << "larger than any page";
     EXPECT_EQ(ReadString(store, "k").size(), 484u);
-}
-
-TEST(PreferencesStore, ForeignSectionsKeepTheirPages) {
-    TempConfigFolder config;
-    const Bytes foreign1 = Page("Another Program", {{"x", Filled(50, 'x')}});
-    const Bytes foreign2 = Page("Third", {{"y", Filled(70, 'y')}});
-    config.Write(kPreferencesFileName,
-                 Join({foreign1, Page("Settings", {{"old", Bytes{1}}}), foreign2}));
-    {
-        Store store;
-        for (int i = 0; i < 6; ++i) // three pages of entries
-            ASSERT_TRUE(store.Write(("key" + std::to_string(i)).c_str(),
-                                    Filled(200, std::uint8_t(i)).data(), 200));
-    }
-    const Bytes file = config.Read(kPreferencesFileName);
-    ASSERT_EQ(file.size(), 512u * 5) << "two pages appended after the foreign ones";
-    EXPECT_TRUE(std::equal(foreign1.begin(), foreign1.end(), file.begin()));
-    EXPECT_TRUE(std::equal(foreign2.begin(), foreign2.end(), file.begin() + 1024));
-    Store again;
-    EXPECT_EQ(ReadString(again, "old"), std::string(1, '\1'));
-    EXPECT_EQ(ReadString(again, "key5"), std::string(200, '\5'));
 }
 
 TEST(PreferencesStore, DamagedPagesAreReadWithinTheirBounds) {
