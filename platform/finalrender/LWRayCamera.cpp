@@ -1,7 +1,11 @@
 // Camera rays by inverting world to frustum.
 #include "platform/finalrender/LWRayCamera.h"
 
+#include "platform/finalrender/LWLoops.h"
+
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace lwsl {
@@ -76,28 +80,71 @@ bool RayCamera::setUp(const TQ3XPassInfo& pass) {
            fx != 0 && fy != 0;
 }
 
-bool RayCamera::rayAt(double x, double y, Ray& ray) const {
-    const auto nx = static_cast<float>((x - ox) / fx), ny = static_cast<float>((y - oy) / fy);
-    float p[2][3];
-    for (int k = 0; k < 2; ++k) {
-        float h[4];
-        for (int j = 0; j < 4; ++j)
-            h[j] = at[k][j] + nx * acrossX[j] + ny * acrossY[j];
-        if (!(std::fabs(h[3]) > 1e-30f)) return false;
-        const float w = 1 / h[3];
-        for (int j = 0; j < 3; ++j)
-            p[k][j] = h[j] * w;
+void Rays::resize(std::size_t n) {
+    if (x.size() >= n) return;
+    for (std::vector<double>* v : {&x, &y})
+        v->resize(n);
+    for (std::vector<float>* v : {&ox, &oy, &oz, &dx, &dy, &dz, &tfar})
+        v->resize(n);
+    ok.resize(n);
+}
+
+namespace {
+
+// The frustum to world rows of RayCamera, for the loop below.
+struct Inverse {
+    float at[2][4], acrossX[4], acrossY[4];
+};
+
+// Each window point is taken to the hither and yon planes; the ray runs
+// from the one to the other.
+LWSL_WIDE void makeRays(const Inverse& m, double fx, double fy, double offX, double offY, Rays& r,
+                        std::size_t n) {
+    const double* x = r.x.data();
+    const double* y = r.y.data();
+    float *ox = r.ox.data(), *oy = r.oy.data(), *oz = r.oz.data();
+    float *dx = r.dx.data(), *dy = r.dy.data(), *dz = r.dz.data(), *tfar = r.tfar.data();
+    std::int32_t* ok = r.ok.data();
+    const float inf = std::numeric_limits<float>::max();
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        const auto nx = static_cast<float>((x[i] - offX) / fx),
+                   ny = static_cast<float>((y[i] - offY) / fy);
+        float p[2][3];
+        bool good = true;
+        for (int k = 0; k < 2; ++k) {
+            float h[4];
+            for (int j = 0; j < 4; ++j)
+                h[j] = m.at[k][j] + nx * m.acrossX[j] + ny * m.acrossY[j];
+            good &= std::fabs(h[3]) > 1e-30f;
+            const float w = 1 / h[3];
+            for (int j = 0; j < 3; ++j)
+                p[k][j] = h[j] * w;
+        }
+        const float d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
+        const float len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+        good &= (len > 0) & (len <= inf);
+        const float k = 1 / len;
+        ox[i] = p[0][0];
+        oy[i] = p[0][1];
+        oz[i] = p[0][2];
+        dx[i] = d[0] * k;
+        dy[i] = d[1] * k;
+        dz[i] = d[2] * k;
+        tfar[i] = len;
+        ok[i] = good & (std::fabs(p[0][0]) <= inf) & (std::fabs(p[0][1]) <= inf) &
+                (std::fabs(p[0][2]) <= inf);
     }
-    const float d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
-    const float len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
-    if (!(len > 0) || !std::isfinite(len)) return false;
-    const float inv = 1 / len;
-    for (int j = 0; j < 3; ++j) {
-        ray.org[j] = p[0][j];
-        ray.dir[j] = d[j] * inv;
-    }
-    ray.tfar = len;
-    return std::isfinite(ray.org[0]) && std::isfinite(ray.org[1]) && std::isfinite(ray.org[2]);
+}
+
+} // namespace
+
+void RayCamera::raysAt(Rays& r, std::size_t n) const {
+    Inverse m;
+    std::copy(&at[0][0], &at[0][0] + 8, &m.at[0][0]);
+    std::copy(acrossX, acrossX + 4, m.acrossX);
+    std::copy(acrossY, acrossY + 4, m.acrossY);
+    makeRays(m, fx, fy, ox, oy, r, n);
 }
 
 bool RayCamera::windowOf(const TQ3Point3D& p, double& x, double& y) const {

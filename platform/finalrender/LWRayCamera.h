@@ -5,21 +5,28 @@
 
 #include "platform/qd3d/QD3DRendererExtension.h"
 
+#include <cstdint>
+#include <vector>
+
 namespace lwsl {
 
-struct Ray {
-    float org[3];
-    float dir[3]; // unit length
-    float tfar;   // distance from the hither to the yon plane
+// Rays through many window points, one array a part. Arrays only grow.
+struct Rays {
+    void resize(std::size_t n);
+    std::vector<double> x, y;      // the window point, in the pixmap's pixels
+    std::vector<float> ox, oy, oz; // start, on the hither plane
+    std::vector<float> dx, dy, dz; // unit direction
+    std::vector<float> tfar;       // distance from the hither to the yon plane
+    std::vector<std::int32_t> ok;  // 0 where the point has no ray
 };
 
 class RayCamera {
   public:
     // False when the matrices cannot be inverted or are not finite.
     bool setUp(const TQ3XPassInfo& pass);
-    // The ray through window point (x, y), in the pixmap's pixels. False when
-    // that point has no ray (it lies outside what the camera can see).
-    bool rayAt(double x, double y, Ray& ray) const;
+    // The rays through the first n window points of r. A point outside
+    // what the camera can see has no ray.
+    void raysAt(Rays& r, std::size_t n) const;
     // The window point where world point p is seen. False when p is not in
     // front of the eye, where a perspective camera has no such point.
     bool windowOf(const TQ3Point3D& p, double& x, double& y) const;

@@ -67,6 +67,7 @@ void Scene::releaseEmbree() {
 void Scene::clear() {
     releaseEmbree();
     batches.clear();
+    cornerList.clear();
     for (TQ3TextureObject t : textureRefs)
         Q3Object_Dispose(t);
     textureRefs.clear();
@@ -115,6 +116,26 @@ void Scene::add(const TQ3XTriangleBatch& in) {
         textureRefs.reserve(textureRefs.size() + 1);
         textureRefs.push_back(Q3Shared_GetReference(in.state->texture));
         b.textured = true;
+    }
+    b.firstCorner = static_cast<std::uint32_t>(cornerList.size());
+    cornerList.reserve(cornerList.size() + in.numVertices);
+    for (TQ3Uns32 i = 0; i < in.numVertices; ++i) {
+        const TQ3XVertex& v = in.vertices[i];
+        cornerList.push_back({v.normal.x,
+                              v.normal.y,
+                              v.normal.z,
+                              v.diffuse.r,
+                              v.diffuse.g,
+                              v.diffuse.b,
+                              v.specular.r,
+                              v.specular.g,
+                              v.specular.b,
+                              v.specularControl,
+                              v.ambientCoefficient,
+                              b.alpha[i],
+                              v.uv.u,
+                              v.uv.v,
+                              {0, 0}});
     }
     triangles += b.faceNormals.size();
     batches.push_back(std::move(b));
@@ -174,10 +195,16 @@ bool Scene::build(std::string& error) {
     return true;
 }
 
-bool Scene::hitOf(const RTCRayHit& rh, Hit& hit) const {
-    if (rh.hit.geomID == RTC_INVALID_GEOMETRY_ID || rh.hit.geomID >= batches.size()) return false;
+const Batch* Scene::batchHit(const RTCRayHit& rh) const {
+    if (rh.hit.geomID == RTC_INVALID_GEOMETRY_ID || rh.hit.geomID >= batches.size()) return nullptr;
     const Batch& b = batches[rh.hit.geomID];
-    if (rh.hit.primID >= b.faceNormals.size()) return false;
+    return rh.hit.primID < b.faceNormals.size() ? &b : nullptr;
+}
+
+bool Scene::hitOf(const RTCRayHit& rh, Hit& hit) const {
+    const Batch* found = batchHit(rh);
+    if (!found) return false;
+    const Batch& b = *found;
     hit.batch = rh.hit.geomID;
     hit.triangle = rh.hit.primID;
     hit.u = rh.hit.u;
@@ -239,16 +266,15 @@ float Scene::transmission(const float org[3], const float dir[3], float tnear, f
     r.time = 0;
     r.mask = 0xFFFFFFFFu;
     r.flags = 0;
+    r.id = 0;
     float out = 1;
-    transmissionMany(&r, &out, 1);
+    transmissionMany(&r, 1, &out);
     return out;
 }
 
-void Scene::transmissionMany(RTCRay* rays, float* out, unsigned count) const {
-    for (unsigned i = 0; i < count; ++i) {
-        out[i] = 1;
-        rays[i].id = i;
-    }
+void Scene::transmissionMany(RTCRay* rays, unsigned count, float* out) const {
+    for (unsigned i = 0; i < count; ++i)
+        out[rays[i].id] = 1;
     if (!scene || count == 0) return;
     ShadowContext ctx;
     rtcInitIntersectContext(&ctx.base);
@@ -259,9 +285,11 @@ void Scene::transmissionMany(RTCRay* rays, float* out, unsigned count) const {
     } else {
         rtcOccluded1(scene, &ctx.base, rays);
     }
-    for (unsigned i = 0; i < count; ++i)
+    for (unsigned i = 0; i < count; ++i) {
+        float& left = out[rays[i].id];
         // Embree marks an occluded ray with tfar = -inf
-        if (!(rays[i].tfar >= 0) || !(out[i] > kBlocked)) out[i] = 0;
+        if (!(rays[i].tfar >= 0) || !(left > kBlocked)) left = 0;
+    }
 }
 
 } // namespace lwsl

@@ -15,6 +15,19 @@
 
 namespace lwsl {
 
+// What shading reads of a vertex, in one cache line, so that the corners of
+// many hits are gathered in one loop.
+struct alignas(64) Corner {
+    float nx, ny, nz; // normal
+    float dr, dg, db; // diffuse colour
+    float sr, sg, sb; // specular colour
+    float control;    // Phong exponent
+    float ambient;    // ambient coefficient
+    float alpha;      // opacity, as in Batch::alpha
+    float u, v;       // texture place
+    float unused[2];
+};
+
 struct Batch {
     TQ3XDrawState state{};
     std::vector<TQ3XVertex> vertices;
@@ -24,7 +37,8 @@ struct Batch {
     bool seeThrough = false;  // some vertex is not opaque
     bool textured = false;    // a texture is in force and the vertices have UV
     q3::TextureView texture;
-    TQ3Point3D lo{}, hi{}; // the box around the triangles' corners
+    TQ3Point3D lo{}, hi{};         // the box around the triangles' corners
+    std::uint32_t firstCorner = 0; // of its vertices in Scene::corners
 };
 
 struct Hit {
@@ -60,11 +74,15 @@ class Scene {
     // tfar is left alone and misses. hitOf reads one answer of nearestMany.
     void nearestMany(RTCRayHit* rays, unsigned count) const;
     bool hitOf(const RTCRayHit& ray, Hit& hit) const;
-    // out[i] gets the transmission along rays[i]; the rays' ids are used.
-    void transmissionMany(RTCRay* rays, float* out, unsigned count) const;
+    // The batch an answer of nearestMany hit, or null when it missed.
+    const Batch* batchHit(const RTCRayHit& ray) const;
+    // out[rays[i].id] gets the transmission along rays[i].
+    void transmissionMany(RTCRay* rays, unsigned count, float* out) const;
 
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
     std::size_t batchCount() const { return batches.size(); }
+    // The vertices of all batches, batch by batch.
+    const Corner* corners() const { return cornerList.data(); }
     RTCScene handle() const { return scene; }
     std::size_t triangleCount() const { return triangles; }
     // A distance that is small against the size of the scene, for moving
@@ -74,6 +92,7 @@ class Scene {
   private:
     void releaseEmbree();
     std::vector<Batch> batches;
+    std::vector<Corner> cornerList;
     std::vector<TQ3TextureObject> textureRefs;
     std::size_t triangles = 0;
     float eps = 1e-4f;

@@ -1,6 +1,8 @@
 // Shading hits, many at a time.
 #include "platform/finalrender/LWShader.h"
 
+#include "platform/finalrender/LWLoops.h"
+
 #include "platform/qd3d/Q3Lighting.h"
 
 #include <algorithm>
@@ -28,13 +30,20 @@ template <typename T> void grow(std::vector<T>& v, std::size_t n) {
 
 void Surfaces::resize(std::size_t n, std::size_t lights) {
     for (std::vector<float>* v :
-         {&px, &py, &pz,  &nx,  &ny,  &nz, &vx, &vy,      &vz,      &gx,    &gy,
-          &gz, &br, &bg,  &bb,  &sr,  &sg, &sb, &control, &ambient, &alpha, &dr,
-          &dg, &db, &ssr, &ssg, &ssb, &ox, &oy, &oz,      &far,     &rv,    &strength})
+         {&px,  &py, &pz, &nx, &ny, &nz,      &vx,      &vy,    &vz,  &gx, &gy,      &gz,  &br,
+          &bg,  &bb, &sr, &sg, &sb, &control, &ambient, &alpha, &dr,  &dg, &db,      &ssr, &ssg,
+          &ssb, &fr, &fg, &fb, &fa, &ox,      &oy,      &oz,    &far, &rv, &strength})
         grow(*v, n);
     for (std::vector<float>* v : {&lx, &ly, &lz, &ld})
         grow(*v, n * lights);
     grow(batch, n);
+    for (std::vector<std::uint32_t>* v : {&c0, &c1, &c2})
+        grow(*v, n);
+    grow(w1, n);
+    grow(w2, n);
+    grow(flat, n);
+    grow(flip, n);
+    grow(textured, n);
     grow(lit, n);
     grow(phong, n);
     grow(shaded, n);
@@ -49,107 +58,109 @@ Shader::Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool sh
         pointLike.push_back(l.type == kQ3LightTypeDirectional || l.type == kQ3LightTypePoint);
 }
 
-void Shader::prepare(const Hit& hit, const float org[3], const float dir[3], Surfaces& s,
-                     std::size_t i) const {
-    const Batch& b = scene.batch(hit.batch);
-    const std::uint32_t* t = &b.indices[3 * static_cast<std::size_t>(hit.triangle)];
-    const TQ3XVertex& v0 = b.vertices[t[0]];
-    const TQ3XVertex& v1 = b.vertices[t[1]];
-    const TQ3XVertex& v2 = b.vertices[t[2]];
-    const float w1 = hit.u, w2 = hit.v, w0 = 1 - w1 - w2;
-    const TQ3XDrawState& d = b.state;
-    s.batch[i] = &b;
-    TQ3Vector3D N;
-    if (d.interpolation == kQ3InterpolationStyleNone) {
-        // flat: the face normal and the first corner's attributes
-        N = {hit.ng[0], hit.ng[1], hit.ng[2]};
-        s.br[i] = v0.diffuse.r;
-        s.bg[i] = v0.diffuse.g;
-        s.bb[i] = v0.diffuse.b;
-        s.sr[i] = v0.specular.r;
-        s.sg[i] = v0.specular.g;
-        s.sb[i] = v0.specular.b;
-        s.control[i] = v0.specularControl;
-        s.ambient[i] = v0.ambientCoefficient;
-    } else {
-        N = {mix(v0.normal.x, v1.normal.x, v2.normal.x, w0, w1, w2),
-             mix(v0.normal.y, v1.normal.y, v2.normal.y, w0, w1, w2),
-             mix(v0.normal.z, v1.normal.z, v2.normal.z, w0, w1, w2)};
-        s.br[i] = mix(v0.diffuse.r, v1.diffuse.r, v2.diffuse.r, w0, w1, w2);
-        s.bg[i] = mix(v0.diffuse.g, v1.diffuse.g, v2.diffuse.g, w0, w1, w2);
-        s.bb[i] = mix(v0.diffuse.b, v1.diffuse.b, v2.diffuse.b, w0, w1, w2);
-        s.sr[i] = mix(v0.specular.r, v1.specular.r, v2.specular.r, w0, w1, w2);
-        s.sg[i] = mix(v0.specular.g, v1.specular.g, v2.specular.g, w0, w1, w2);
-        s.sb[i] = mix(v0.specular.b, v1.specular.b, v2.specular.b, w0, w1, w2);
-        s.control[i] = mix(v0.specularControl, v1.specularControl, v2.specularControl, w0, w1, w2);
-        s.ambient[i] =
-            mix(v0.ambientCoefficient, v1.ambientCoefficient, v2.ambientCoefficient, w0, w1, w2);
-    }
-    s.px[i] = org[0] + hit.t * dir[0];
-    s.py[i] = org[1] + hit.t * dir[1];
-    s.pz[i] = org[2] + hit.t * dir[2];
-    s.alpha[i] = clamp01(mix(b.alpha[t[0]], b.alpha[t[1]], b.alpha[t[2]], w0, w1, w2));
-    s.gx[i] = hit.ng[0];
-    s.gy[i] = hit.ng[1];
-    s.gz[i] = hit.ng[2];
+namespace {
 
-    float len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
-    if (!(len > 1e-12f) || !std::isfinite(len)) {
-        N = {hit.ng[0], hit.ng[1], hit.ng[2]};
-        len = std::sqrt(N.x * N.x + N.y * N.y + N.z * N.z);
-        if (!(len > 1e-12f)) len = 1;
-    }
-    N = {N.x / len, N.y / len, N.z / len};
-    const TQ3Vector3D V{-dir[0], -dir[1], -dir[2]};
-    if (d.backfacing == kQ3BackfacingStyleFlip && N.x * V.x + N.y * V.y + N.z * V.z < 0)
-        N = {-N.x, -N.y, -N.z};
-    s.nx[i] = N.x;
-    s.ny[i] = N.y;
-    s.nz[i] = N.z;
-    s.vx[i] = V.x;
-    s.vy[i] = V.y;
-    s.vz[i] = V.z;
-    s.lit[i] = d.illumination != kQ3IlluminationTypeNULL;
-    s.phong[i] = d.illumination == kQ3IlluminationTypePhong;
-    s.shaded[i] = shadows && d.receiveShadows != kQ3False && s.lit[i];
-    // null illumination shows the plain colour
-    const float start = s.lit[i] ? 0.0f : 1.0f;
-    s.dr[i] = s.dg[i] = s.db[i] = start;
-    s.ssr[i] = s.ssg[i] = s.ssb[i] = 0;
+#define LWSL_ARRAY(name, from) float* name = (from).data()
+#define LWSL_FLAGS(name, from) const std::int32_t* name = (from).data()
 
-    if (b.textured) {
-        const float u = mix(v0.uv.u, v1.uv.u, v2.uv.u, w0, w1, w2),
-                    v = mix(v0.uv.v, v1.uv.v, v2.uv.v, w0, w1, w2);
-        const TQ3ColorARGB tc = q3::sampleTexture(b.texture, u, v);
-        s.br[i] = tc.r;
-        s.bg[i] = tc.g;
-        s.bb[i] = tc.b;
-        s.alpha[i] *= clamp01(tc.a);
+// The attributes of each point from its triangle's corners: weighted, or
+// those of corner 0 with the face normal where the style is flat. The
+// normal is made unit length (the face normal stands in for one that
+// vanishes) and turned towards the eye where the style asks.
+LWSL_WIDE void gatherCorners(Surfaces& s, const Corner* corners) {
+    const std::size_t n = s.count;
+    const std::uint32_t* c0 = s.c0.data();
+    const std::uint32_t* c1 = s.c1.data();
+    const std::uint32_t* c2 = s.c2.data();
+    LWSL_ARRAY(w1, s.w1);
+    LWSL_ARRAY(w2, s.w2);
+    LWSL_ARRAY(gx, s.gx);
+    LWSL_ARRAY(gy, s.gy);
+    LWSL_ARRAY(gz, s.gz);
+    LWSL_ARRAY(vx, s.vx);
+    LWSL_ARRAY(vy, s.vy);
+    LWSL_ARRAY(vz, s.vz);
+    LWSL_ARRAY(nx, s.nx);
+    LWSL_ARRAY(ny, s.ny);
+    LWSL_ARRAY(nz, s.nz);
+    LWSL_ARRAY(br, s.br);
+    LWSL_ARRAY(bg, s.bg);
+    LWSL_ARRAY(bb, s.bb);
+    LWSL_ARRAY(sr, s.sr);
+    LWSL_ARRAY(sg, s.sg);
+    LWSL_ARRAY(sb, s.sb);
+    LWSL_ARRAY(control, s.control);
+    LWSL_ARRAY(ambient, s.ambient);
+    LWSL_ARRAY(alpha, s.alpha);
+    LWSL_FLAGS(flat, s.flat);
+    LWSL_FLAGS(flip, s.flip);
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        const Corner &a = corners[c0[i]], &b = corners[c1[i]], &c = corners[c2[i]];
+        const float wa = 1 - w1[i] - w2[i], wb = w1[i], wc = w2[i];
+        const bool f = flat[i] != 0;
+        float x = f ? gx[i] : mix(a.nx, b.nx, c.nx, wa, wb, wc);
+        float y = f ? gy[i] : mix(a.ny, b.ny, c.ny, wa, wb, wc);
+        float z = f ? gz[i] : mix(a.nz, b.nz, c.nz, wa, wb, wc);
+        br[i] = f ? a.dr : mix(a.dr, b.dr, c.dr, wa, wb, wc);
+        bg[i] = f ? a.dg : mix(a.dg, b.dg, c.dg, wa, wb, wc);
+        bb[i] = f ? a.db : mix(a.db, b.db, c.db, wa, wb, wc);
+        sr[i] = f ? a.sr : mix(a.sr, b.sr, c.sr, wa, wb, wc);
+        sg[i] = f ? a.sg : mix(a.sg, b.sg, c.sg, wa, wb, wc);
+        sb[i] = f ? a.sb : mix(a.sb, b.sb, c.sb, wa, wb, wc);
+        control[i] = f ? a.control : mix(a.control, b.control, c.control, wa, wb, wc);
+        ambient[i] = f ? a.ambient : mix(a.ambient, b.ambient, c.ambient, wa, wb, wc);
+        const float opacity = mix(a.alpha, b.alpha, c.alpha, wa, wb, wc);
+        alpha[i] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
+
+        float len = std::sqrt(x * x + y * y + z * z);
+        const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
+        const float face = std::sqrt(gx[i] * gx[i] + gy[i] * gy[i] + gz[i] * gz[i]);
+        x = vanishes ? gx[i] : x;
+        y = vanishes ? gy[i] : y;
+        z = vanishes ? gz[i] : z;
+        const float faceLen = face > 1e-12f ? face : 1.0f;
+        len = vanishes ? faceLen : len;
+        x /= len;
+        y /= len;
+        z /= len;
+        const bool turn = (flip[i] != 0) & (x * vx[i] + y * vy[i] + z * vz[i] < 0);
+        nx[i] = turn ? -x : x;
+        ny[i] = turn ? -y : y;
+        nz[i] = turn ? -z : z;
     }
 }
 
-namespace {
-
-// The loops below run on several points at a time: the arrays they read and
-// write never overlap, which INDEPENDENT tells the compiler, and their
-// conditions are selections, not branches.
-#if defined(__clang__)
-#define LWSL_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
-#elif defined(__GNUC__)
-#define LWSL_INDEPENDENT _Pragma("GCC ivdep")
-#else
-#define LWSL_INDEPENDENT
-#endif
-// Where the processor has AVX2, the loops also come in a version for it,
-// picked when the program loads; it has no fused multiply-add, so the
-// results are the same.
-#if defined(__GNUC__) && !defined(__clang__) && defined(__x86_64__)
-#define LWSL_WIDE __attribute__((target_clones("avx2", "default")))
-#else
-#define LWSL_WIDE
-#endif
-#define LWSL_ARRAY(name, from) float* name = (from).data()
-#define LWSL_FLAGS(name, from) const std::int32_t* name = (from).data()
+// The colour: the base colour in the diffuse light, the specular light on
+// top, each channel held to 0 to 1 (0 where it is not a number).
+LWSL_WIDE void finishColours(Surfaces& s) {
+    const std::size_t n = s.count;
+    LWSL_ARRAY(br, s.br);
+    LWSL_ARRAY(bg, s.bg);
+    LWSL_ARRAY(bb, s.bb);
+    LWSL_ARRAY(dr, s.dr);
+    LWSL_ARRAY(dg, s.dg);
+    LWSL_ARRAY(db, s.db);
+    LWSL_ARRAY(ssr, s.ssr);
+    LWSL_ARRAY(ssg, s.ssg);
+    LWSL_ARRAY(ssb, s.ssb);
+    LWSL_ARRAY(alpha, s.alpha);
+    LWSL_ARRAY(fr, s.fr);
+    LWSL_ARRAY(fg, s.fg);
+    LWSL_ARRAY(fb, s.fb);
+    LWSL_ARRAY(fa, s.fa);
+    auto held = [](float v) {
+        const float c = v < 0 ? 0.0f : v > 1 ? 1.0f : v;
+        return std::fabs(v) <= kFloatMax ? c : 0.0f;
+    };
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        fr[i] = held(br[i] * dr[i] + ssr[i]);
+        fg[i] = held(bg[i] * dg[i] + ssg[i]);
+        fb[i] = held(bb[i] * db[i] + ssb[i]);
+        fa[i] = held(alpha[i]);
+    }
+}
 
 // Light li's part of the shadow rays: start, end and reach of each point.
 // The unit direction from each point to point p and the distance, for the
@@ -320,7 +331,7 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
 } // namespace
 
 std::size_t Shader::shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay* rays,
-                               std::uint32_t* which) const {
+                               std::uint32_t firstId) const {
     const TQ3XLight& l = lights[li];
     const std::size_t n = s.count, off = li * n;
     const bool directional = l.type == kQ3LightTypeDirectional;
@@ -354,10 +365,67 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay
         ray.time = 0;
         ray.mask = 0xFFFFFFFFu;
         ray.flags = 0;
-        ray.id = 0;
-        which[count++] = static_cast<std::uint32_t>(i);
+        ray.id = firstId + static_cast<std::uint32_t>(i);
+        ++count;
     }
     return count;
+}
+
+std::size_t Shader::prepare(const RTCRayHit* hits, std::size_t count, Surfaces& s,
+                            int* surfaceOf) const {
+    // what each hit's triangle and style say, hit by hit
+    std::size_t found = 0;
+    for (std::size_t k = 0; k < count; ++k) {
+        const RTCRayHit& h = hits[k];
+        const Batch* b = scene.batchHit(h);
+        surfaceOf[k] = b ? static_cast<int>(found) : -1;
+        if (!b) continue;
+        const std::size_t i = found++;
+        const std::uint32_t* t = &b->indices[3 * static_cast<std::size_t>(h.hit.primID)];
+        s.c0[i] = b->firstCorner + t[0];
+        s.c1[i] = b->firstCorner + t[1];
+        s.c2[i] = b->firstCorner + t[2];
+        s.w1[i] = h.hit.u;
+        s.w2[i] = h.hit.v;
+        const float d = h.ray.tfar;
+        s.px[i] = h.ray.org_x + d * h.ray.dir_x;
+        s.py[i] = h.ray.org_y + d * h.ray.dir_y;
+        s.pz[i] = h.ray.org_z + d * h.ray.dir_z;
+        s.vx[i] = -h.ray.dir_x;
+        s.vy[i] = -h.ray.dir_y;
+        s.vz[i] = -h.ray.dir_z;
+        const TQ3Vector3D& g = b->faceNormals[h.hit.primID];
+        s.gx[i] = g.x;
+        s.gy[i] = g.y;
+        s.gz[i] = g.z;
+        const TQ3XDrawState& st = b->state;
+        s.batch[i] = b;
+        s.flat[i] = st.interpolation == kQ3InterpolationStyleNone;
+        s.flip[i] = st.backfacing == kQ3BackfacingStyleFlip;
+        s.textured[i] = b->textured;
+        s.lit[i] = st.illumination != kQ3IlluminationTypeNULL;
+        s.phong[i] = st.illumination == kQ3IlluminationTypePhong;
+        s.shaded[i] = shadows && st.receiveShadows != kQ3False && s.lit[i];
+        // null illumination shows the plain colour
+        const float start = s.lit[i] ? 0.0f : 1.0f;
+        s.dr[i] = s.dg[i] = s.db[i] = start;
+        s.ssr[i] = s.ssg[i] = s.ssb[i] = 0;
+    }
+    s.count = found;
+    const Corner* corners = scene.corners();
+    gatherCorners(s, corners);
+    for (std::size_t i = 0; i < found; ++i) {
+        if (!s.textured[i]) continue;
+        const Corner &a = corners[s.c0[i]], &b = corners[s.c1[i]], &c = corners[s.c2[i]];
+        const float wa = 1 - s.w1[i] - s.w2[i], wb = s.w1[i], wc = s.w2[i];
+        const TQ3ColorARGB tc = q3::sampleTexture(
+            s.batch[i]->texture, mix(a.u, b.u, c.u, wa, wb, wc), mix(a.v, b.v, c.v, wa, wb, wc));
+        s.br[i] = tc.r;
+        s.bg[i] = tc.g;
+        s.bb[i] = tc.b;
+        s.alpha[i] *= clamp01(tc.a);
+    }
+    return found;
 }
 
 // The lighting equation of the interactive renderer for one light, in the
@@ -409,28 +477,22 @@ void Shader::light(Surfaces& s, std::size_t li, const float* reach) const {
         addLight<false, 0>(s, off, l, reach);
 }
 
-Shaded Shader::finish(const Surfaces& s, std::size_t i) const {
-    return {clamp01(s.br[i] * s.dr[i] + s.ssr[i]), clamp01(s.bg[i] * s.dg[i] + s.ssg[i]),
-            clamp01(s.bb[i] * s.db[i] + s.ssb[i]), clamp01(s.alpha[i])};
+void Shader::finish(Surfaces& s) const {
+    finishColours(s);
 }
 
-Shaded Shader::shade(const Hit& hit, const float org[3], const float dir[3], Surfaces& one,
-                     std::uint64_t& shadowCount) const {
-    one.resize(1, lights.size());
-    prepare(hit, org, dir, one, 0);
+Shaded Shader::shade(Surfaces& one, std::uint64_t& shadowCount) const {
     for (std::size_t li = 0; li < lights.size(); ++li) {
         float reach;
         RTCRay ray;
-        std::uint32_t which;
-        if (shadowRays(one, li, &reach, &ray, &which) != 0) {
+        if (shadowRays(one, li, &reach, &ray, 0) != 0) {
             ++shadowCount;
-            const float o[3] = {ray.org_x, ray.org_y, ray.org_z};
-            const float d[3] = {ray.dir_x, ray.dir_y, ray.dir_z};
-            reach = scene.transmission(o, d, ray.tnear, ray.tfar);
+            scene.transmissionMany(&ray, 1, &reach);
         }
         light(one, li, &reach);
     }
-    return finish(one, 0);
+    finish(one);
+    return {one.fr[0], one.fg[0], one.fb[0], one.fa[0]};
 }
 
 } // namespace lwsl

@@ -28,21 +28,27 @@ struct Surfaces {
     std::size_t size() const { return count; }
 
     std::size_t count = 0;
-    std::vector<float> px, py, pz;    // the point
-    std::vector<float> nx, ny, nz;    // unit normal, facing as the style says
-    std::vector<float> vx, vy, vz;    // towards the eye
-    std::vector<float> gx, gy, gz;    // face normal
-    std::vector<float> br, bg, bb;    // diffuse or texel colour
-    std::vector<float> sr, sg, sb;    // specular colour
-    std::vector<float> control;       // Phong exponent
-    std::vector<float> ambient;       // ambient coefficient
-    std::vector<float> alpha;         // opacity
-    std::vector<const Batch*> batch;  // the draw state
-    std::vector<std::int32_t> lit;    // not null illumination
-    std::vector<std::int32_t> phong;  // Phong illumination
-    std::vector<std::int32_t> shaded; // receives shadows
-    std::vector<float> dr, dg, db;    // diffuse light so far
-    std::vector<float> ssr, ssg, ssb; // specular light so far
+    std::vector<float> px, py, pz;         // the point
+    std::vector<float> nx, ny, nz;         // unit normal, facing as the style says
+    std::vector<float> vx, vy, vz;         // towards the eye
+    std::vector<float> gx, gy, gz;         // face normal
+    std::vector<float> br, bg, bb;         // diffuse or texel colour
+    std::vector<float> sr, sg, sb;         // specular colour
+    std::vector<float> control;            // Phong exponent
+    std::vector<float> ambient;            // ambient coefficient
+    std::vector<float> alpha;              // opacity
+    std::vector<const Batch*> batch;       // the draw state
+    std::vector<std::uint32_t> c0, c1, c2; // the triangle's corners in Scene::corners
+    std::vector<float> w1, w2;             // weights of corners 1 and 2
+    std::vector<std::int32_t> flat;        // attributes of corner 0, the face normal
+    std::vector<std::int32_t> flip;        // the normal turns towards the eye
+    std::vector<std::int32_t> textured;
+    std::vector<std::int32_t> lit;     // not null illumination
+    std::vector<std::int32_t> phong;   // Phong illumination
+    std::vector<std::int32_t> shaded;  // receives shadows
+    std::vector<float> dr, dg, db;     // diffuse light so far
+    std::vector<float> ssr, ssg, ssb;  // specular light so far
+    std::vector<float> fr, fg, fb, fa; // the colour, not premultiplied, 0 to 1
     // Towards each point light, light by light (count a light): the unit
     // direction and the distance, which shadow rays and lighting share.
     std::vector<float> lx, ly, lz, ld;
@@ -57,24 +63,26 @@ class Shader {
   public:
     Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows);
 
-    // Point i of s: the one that a ray in direction dir (unit) from org hit.
-    void prepare(const Hit& hit, const float org[3], const float dir[3], Surfaces& s,
-                 std::size_t i) const;
+    // The first surface of each ray of hits, answers of Scene::nearestMany:
+    // surfaceOf[k] is its point in s, or -1 when ray k missed. s holds room
+    // for count points; its size becomes the number of points.
+    std::size_t prepare(const RTCRayHit* hits, std::size_t count, Surfaces& s,
+                        int* surfaceOf) const;
     // How light li reaches each point: reach[i] is 1 with no ray to trace, 0
     // when it cannot (it is behind the surface), or -1 with a shadow ray
-    // added to rays and i to which. Returns the number of rays added.
+    // added to rays whose id is firstId + i. Returns the number of rays added.
     std::size_t shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay* rays,
-                           std::uint32_t* which) const;
+                           std::uint32_t firstId) const;
     // Adds the light of light li to every point, with reach[i] the part that
     // gets to point i.
     void light(Surfaces& s, std::size_t li, const float* reach) const;
-    // The colour of point i once every light is in.
-    Shaded finish(const Surfaces& s, std::size_t i) const;
+    // The colour of every point once every light is in, into s.fr, fg, fb
+    // and fa.
+    void finish(Surfaces& s) const;
 
-    // All steps for one point, tracing its shadow rays one by one; one is
-    // scratch room.
-    Shaded shade(const Hit& hit, const float org[3], const float dir[3], Surfaces& one,
-                 std::uint64_t& shadowRays) const;
+    // The colour of the one point that prepare put in one, tracing its
+    // shadow rays one by one.
+    Shaded shade(Surfaces& one, std::uint64_t& shadowRays) const;
 
     std::size_t lightCount() const { return lights.size(); }
 

@@ -103,17 +103,17 @@ class SamplePattern {
     unsigned m;
 };
 
-// Embree's form of a camera ray from tnear on; the hit is Embree's to fill.
-void cameraRay(const Ray& ray, float tnear, RTCRayHit& rh) {
-    rh.ray.org_x = ray.org[0];
-    rh.ray.org_y = ray.org[1];
-    rh.ray.org_z = ray.org[2];
+// Embree's form of camera ray i from tnear on; the hit is Embree's to fill.
+void cameraRay(const Rays& r, std::size_t i, float tnear, RTCRayHit& rh) {
+    rh.ray.org_x = r.ox[i];
+    rh.ray.org_y = r.oy[i];
+    rh.ray.org_z = r.oz[i];
     rh.ray.tnear = tnear;
-    rh.ray.dir_x = ray.dir[0];
-    rh.ray.dir_y = ray.dir[1];
-    rh.ray.dir_z = ray.dir[2];
+    rh.ray.dir_x = r.dx[i];
+    rh.ray.dir_y = r.dy[i];
+    rh.ray.dir_z = r.dz[i];
     rh.ray.time = 0;
-    rh.ray.tfar = ray.tfar;
+    rh.ray.tfar = r.tfar[i];
     rh.ray.mask = 0xFFFFFFFFu;
     rh.ray.id = 0;
     rh.ray.flags = 0;
@@ -297,39 +297,40 @@ class Picture {
     // The samples of one run of pixels in a row, traced together.
     struct RunBuffers {
         std::vector<Sample> samples;
-        std::vector<Ray> rays;
+        Rays rays; // of each sample
         std::vector<RTCRayHit> hits;
-        std::vector<long> pixel; // of each ray, from the run's start
+        std::vector<long> pixel;           // of each ray, from the run's start
+        std::vector<std::uint32_t> sample; // of each ray
         Surfaces surfaces;
         Surfaces one;               // a surface behind a see-through one
         std::vector<int> surfaceOf; // of each ray, or -1
         std::vector<RTCRay> shadow;
-        std::vector<std::uint32_t> shadowOf; // light * surfaces + surface
-        std::vector<float> reach, passed;
+        std::vector<float> reach; // light * surfaces + surface
         std::vector<Premultiplied> sums, background, lo, hi;
         std::vector<unsigned> taken; // samples of each pixel
     };
 
-    // Follows one ray on past its first surface, whose colour is already in
+    // Follows ray i on past its first surface, whose colour is already in
     // (r, g, b, a), through further see-through surfaces.
-    void continueRay(const Ray& ray, float tnear, float& r, float& g, float& b, float& a,
-                     unsigned worker, Surfaces& one, WorkerFigures& counts) const {
+    void continueRay(const Rays& ray, std::size_t i, float tnear, float& r, float& g, float& b,
+                     float& a, unsigned worker, Surfaces& one, WorkerFigures& counts) const {
         for (int layer = 1; layer < kMaxLayers && a < 0.999f; ++layer) {
-            Hit hit;
+            RTCRayHit rh;
+            cameraRay(ray, i, tnear, rh);
             ++counts.primary;
-            if (tap) {
-                RTCRayHit rh{};
-                cameraRay(ray, tnear, rh);
-                tap->cameraRays(worker, &rh, 1);
-            }
-            if (!scene.nearest(ray.org, ray.dir, tnear, ray.tfar, hit)) break;
-            const Shaded s = shader.shade(hit, ray.org, ray.dir, one, counts.shadow);
+            if (tap) tap->cameraRays(worker, &rh, 1);
+            scene.nearestMany(&rh, 1);
+            one.resize(1, shader.lightCount());
+            int found;
+            if (shader.prepare(&rh, 1, one, &found) == 0) break;
+            const Shaded s = shader.shade(one, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
             b += k * s.b;
             a += k;
-            tnear = hit.t + std::max(scene.epsilon(), hit.t * 1e-6f);
+            const float t = rh.ray.tfar;
+            tnear = t + std::max(scene.epsilon(), t * 1e-6f);
         }
     }
 
@@ -397,22 +398,30 @@ class Picture {
                       WorkerFigures& counts) const {
         // buffers kept from run to run; they only grow
         const std::size_t most = w.samples.size(), nl = shader.lightCount();
-        Ray* rays = room(w.rays, most);
+        Rays& rays = w.rays;
+        rays.resize(most);
         RTCRayHit* hits = room(w.hits, most);
         long* pixel = room(w.pixel, most);
-        unsigned m = 0;
-        for (const Sample& s : w.samples) {
+        std::uint32_t* sample = room(w.sample, most);
+        for (std::size_t k = 0; k < most; ++k) {
+            const Sample& s = w.samples[k];
             float jx, jy;
             pattern.place(s.cell, static_cast<std::uint32_t>(xa + s.pixel),
                           static_cast<std::uint32_t>(y), jx, jy);
-            Ray& ray = rays[m];
-            if (!camera.rayAt(static_cast<double>(xa + s.pixel) + dx + jx,
-                              static_cast<double>(y) + dy + jy, ray)) {
-                add(w, s.pixel, w.background[s.pixel]);
+            rays.x[k] = static_cast<double>(xa + s.pixel) + dx + jx;
+            rays.y[k] = static_cast<double>(y) + dy + jy;
+        }
+        camera.raysAt(rays, most);
+        unsigned m = 0;
+        for (std::size_t k = 0; k < most; ++k) {
+            const long p = w.samples[k].pixel;
+            if (!rays.ok[k]) {
+                add(w, p, w.background[p]);
                 continue;
             }
-            cameraRay(ray, 0, hits[m]);
-            pixel[m++] = s.pixel;
+            cameraRay(rays, k, 0, hits[m]);
+            sample[m] = static_cast<std::uint32_t>(k);
+            pixel[m++] = p;
         }
         if (tap) tap->cameraRays(worker, hits, m);
         scene.nearestMany(hits, m);
@@ -422,48 +431,34 @@ class Picture {
         Surfaces& surfaces = w.surfaces;
         surfaces.resize(m, nl);
         int* surfaceOf = room(w.surfaceOf, m);
-        std::size_t found = 0;
-        for (unsigned k = 0; k < m; ++k) {
-            Hit hit;
-            surfaceOf[k] = -1;
-            if (!scene.hitOf(hits[k], hit)) continue;
-            surfaceOf[k] = static_cast<int>(found);
-            shader.prepare(hit, rays[k].org, rays[k].dir, surfaces, found++);
-        }
-        surfaces.count = found;
+        const std::size_t found = shader.prepare(hits, m, surfaces, surfaceOf);
         // shadow rays light by light, so that rays that run side by side are
         // traced together
         float* reach = room(w.reach, found * nl);
         RTCRay* shadow = room(w.shadow, found * nl);
-        std::uint32_t* shadowOf = room(w.shadowOf, found * nl);
         std::size_t rayCount = 0;
-        for (std::size_t li = 0; li < nl; ++li) {
-            const std::size_t added = shader.shadowRays(surfaces, li, reach + li * found,
-                                                        shadow + rayCount, shadowOf + rayCount);
-            for (std::size_t j = rayCount; j < rayCount + added; ++j)
-                shadowOf[j] += static_cast<std::uint32_t>(li * found);
-            rayCount += added;
-        }
-        float* passed = room(w.passed, rayCount);
+        for (std::size_t li = 0; li < nl; ++li)
+            rayCount += shader.shadowRays(surfaces, li, reach + li * found, shadow + rayCount,
+                                          static_cast<std::uint32_t>(li * found));
         if (tap) tap->shadowRays(worker, shadow, static_cast<unsigned>(rayCount));
-        scene.transmissionMany(shadow, passed, static_cast<unsigned>(rayCount));
+        scene.transmissionMany(shadow, static_cast<unsigned>(rayCount), reach);
         counts.shadow += rayCount;
-        for (std::size_t j = 0; j < rayCount; ++j)
-            reach[shadowOf[j]] = passed[j];
         for (std::size_t li = 0; li < nl; ++li)
             shader.light(surfaces, li, reach + li * found);
+        shader.finish(surfaces);
 
         for (unsigned k = 0; k < m; ++k) {
             const Premultiplied& back = w.background[pixel[k]];
             Premultiplied c = back;
             if (surfaceOf[k] >= 0) {
                 const auto si = static_cast<std::size_t>(surfaceOf[k]);
-                const Shaded s = shader.finish(surfaces, si);
-                float r = s.a * s.r, g = s.a * s.g, b = s.a * s.b, a = s.a;
+                const float a0 = surfaces.fa[si];
+                float r = a0 * surfaces.fr[si], g = a0 * surfaces.fg[si], b = a0 * surfaces.fb[si],
+                      a = a0;
                 if (a < 0.999f) {
                     const float t = hits[k].ray.tfar;
-                    continueRay(rays[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
-                                worker, w.one, counts);
+                    continueRay(rays, sample[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b,
+                                a, worker, w.one, counts);
                 }
                 c = over(r, g, b, a, back);
             }
