@@ -118,7 +118,6 @@ void Scene::add(const TQ3XTriangleBatch& in) {
         b.textured = true;
     }
     b.firstCorner = static_cast<std::uint32_t>(cornerList.size());
-    cornerList.reserve(cornerList.size() + in.numVertices);
     for (TQ3Uns32 i = 0; i < in.numVertices; ++i) {
         const TQ3XVertex& v = in.vertices[i];
         cornerList.push_back({v.normal.x,
