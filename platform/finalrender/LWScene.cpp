@@ -194,12 +194,6 @@ bool Scene::build(std::string& error) {
     return true;
 }
 
-const Batch* Scene::batchHit(const RTCRayHit& rh) const {
-    if (rh.hit.geomID == RTC_INVALID_GEOMETRY_ID || rh.hit.geomID >= batches.size()) return nullptr;
-    const Batch& b = batches[rh.hit.geomID];
-    return rh.hit.primID < b.faceNormals.size() ? &b : nullptr;
-}
-
 bool Scene::hitOf(const RTCRayHit& rh, Hit& hit) const {
     const Batch* found = batchHit(rh);
     if (!found) return false;

@@ -75,7 +75,11 @@ class Scene {
     void nearestMany(RTCRayHit* rays, unsigned count) const;
     bool hitOf(const RTCRayHit& ray, Hit& hit) const;
     // The batch an answer of nearestMany hit, or null when it missed.
-    const Batch* batchHit(const RTCRayHit& ray) const;
+    const Batch* batchHit(const RTCRayHit& ray) const {
+        if (ray.hit.geomID >= batches.size()) return nullptr; // a miss too
+        const Batch& b = batches[ray.hit.geomID];
+        return ray.hit.primID < b.faceNormals.size() ? &b : nullptr;
+    }
     // out[rays[i].id] gets the transmission along rays[i].
     void transmissionMany(RTCRay* rays, unsigned count, float* out) const;
 

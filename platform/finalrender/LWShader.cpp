@@ -67,7 +67,7 @@ namespace {
 // those of corner 0 with the face normal where the style is flat. The
 // normal is made unit length (the face normal stands in for one that
 // vanishes) and turned towards the eye where the style asks.
-LWSL_WIDE void gatherCorners(Surfaces& s, const Corner* corners) {
+LWSL_ONE_AT_A_TIME void gatherCorners(Surfaces& s, const Corner* corners) {
     const std::size_t n = s.count;
     const std::uint32_t* c0 = s.c0.data();
     const std::uint32_t* c1 = s.c1.data();
