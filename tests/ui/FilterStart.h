@@ -9,10 +9,9 @@
 #include <QImage>
 #include <QString>
 
-// Parameters, Prepare and Start, with `runner` as the run without a window.
-// Answers the first selector's error, or 0.
-inline int16 StartFilter(FakeHost& host, NoWindowRunner runner) {
-    SetNoWindowRunner(runner);
+// Parameters, Prepare and Start over the host. Answers the first selector's
+// error, or 0.
+inline int16 DispatchStart(FakeHost& host) {
     for (int16 s : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
         CZarbesoPlugin plugin;
         int16 result = 0;
@@ -21,6 +20,12 @@ inline int16 StartFilter(FakeHost& host, NoWindowRunner runner) {
         if (result) return result;
     }
     return 0;
+}
+
+// The same, with `runner` as the run without a window.
+inline int16 StartFilter(FakeHost& host, NoWindowRunner runner) {
+    SetNoWindowRunner(runner);
+    return DispatchStart(host);
 }
 
 // Writes the host's output buffer into the test output folder.

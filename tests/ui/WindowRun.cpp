@@ -1,5 +1,7 @@
 #include "tests/ui/WindowRun.h"
 
+#include "tests/ui/FilterStart.h"
+
 #include "host/CZarbesoPlugin.h"
 #include "host/ModalRun.h"
 #include "host/ModuleState.h"
@@ -60,14 +62,7 @@ WindowRun::~WindowRun() {
 int16 WindowRun::Run(std::function<void(VZarbesoWindow_Win&)> script) {
     gScript = std::move(script);
     SetFilterWindowFactory(&MakeScripted);
-    for (int16 selector : {filterSelectorParameters, filterSelectorPrepare, filterSelectorStart}) {
-        CZarbesoPlugin plugin;
-        int16 result = 0;
-        int32 data = 0;
-        plugin.Dispatch(selector, &host.record, &data, &result);
-        if (result) return result;
-    }
-    return 0;
+    return DispatchStart(host);
 }
 
 namespace {
