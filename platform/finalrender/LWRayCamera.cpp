@@ -105,7 +105,7 @@ LWSL_WIDE void makeRays(const Inverse& m, double fx, double fy, double offX, dou
     float *ox = r.ox.data(), *oy = r.oy.data(), *oz = r.oz.data();
     float *dx = r.dx.data(), *dy = r.dy.data(), *dz = r.dz.data(), *tfar = r.tfar.data();
     std::int32_t* ok = r.ok.data();
-    const float inf = std::numeric_limits<float>::max();
+    const float most = std::numeric_limits<float>::max(); // above it: not finite
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
         const auto nx = static_cast<float>((x[i] - offX) / fx),
@@ -123,7 +123,7 @@ LWSL_WIDE void makeRays(const Inverse& m, double fx, double fy, double offX, dou
         }
         const float d[3] = {p[1][0] - p[0][0], p[1][1] - p[0][1], p[1][2] - p[0][2]};
         const float len = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
-        good &= (len > 0) & (len <= inf);
+        good &= (len > 0) & (len <= most);
         const float k = 1 / len;
         ox[i] = p[0][0];
         oy[i] = p[0][1];
@@ -132,8 +132,8 @@ LWSL_WIDE void makeRays(const Inverse& m, double fx, double fy, double offX, dou
         dy[i] = d[1] * k;
         dz[i] = d[2] * k;
         tfar[i] = len;
-        ok[i] = good & (std::fabs(p[0][0]) <= inf) & (std::fabs(p[0][1]) <= inf) &
-                (std::fabs(p[0][2]) <= inf);
+        ok[i] = good & (std::fabs(p[0][0]) <= most) & (std::fabs(p[0][1]) <= most) &
+                (std::fabs(p[0][2]) <= most);
     }
 }
 
