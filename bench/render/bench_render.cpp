@@ -192,48 +192,39 @@ void BM_FinalRender(benchmark::State& state) {
 }
 
 // The limit: the very streams of rays the final renderer traces, camera rays
-// with rtcIntersect1M and shadow rays with rtcOccluded1M, on the same
+// with rtcIntersectNp and shadow rays with rtcOccludedNp, on the same
 // threads, through Embree alone. A tap copies each stream before the
 // renderer traces it and traces the copy; only the tap's Embree calls are
-// timed. The scene has no see-through surfaces, so no filter needs the
-// renderer's own context.
+// timed, and only the rays the stream does not leave out are counted. The
+// scene has no see-through surfaces, so no filter needs the renderer's own
+// context.
 class SameRays : public lwsl::RayTap {
   public:
     void begin(RTCScene s, unsigned n) override {
         scene = s;
         workers.assign(n, Worker{});
     }
-    void cameraRays(unsigned w, const RTCRayHit* rays, unsigned count) override {
+    void cameraRays(unsigned w, const RTCRayHitNp& rays, unsigned count) override {
         Worker& k = workers[w];
-        k.camera.assign(rays, rays + count);
-        for (RTCRayHit& r : k.camera)
-            r.hit.geomID = r.hit.primID = RTC_INVALID_GEOMETRY_ID;
+        RTCRayHitNp copy{k.copyRays(rays.ray, count), k.hits.fresh(count)};
         RTCIntersectContext ctx;
         rtcInitIntersectContext(&ctx);
+        ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
         const auto t0 = std::chrono::steady_clock::now();
-        if (count > 1) {
-            ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
-            rtcIntersect1M(scene, &ctx, k.camera.data(), count, sizeof(RTCRayHit));
-        } else if (count == 1) {
-            rtcIntersect1(scene, &ctx, k.camera.data());
-        }
+        rtcIntersectNp(scene, &ctx, &copy, count);
         k.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-        k.rays += count;
+        k.rays += active(rays.ray, count);
     }
-    void shadowRays(unsigned w, const RTCRay* rays, unsigned count) override {
+    void shadowRays(unsigned w, const RTCRayNp& rays, unsigned count) override {
         Worker& k = workers[w];
-        k.shadow.assign(rays, rays + count);
+        RTCRayNp copy = k.copyRays(rays, count);
         RTCIntersectContext ctx;
         rtcInitIntersectContext(&ctx);
+        ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
         const auto t0 = std::chrono::steady_clock::now();
-        if (count > 1) {
-            ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
-            rtcOccluded1M(scene, &ctx, k.shadow.data(), count, sizeof(RTCRay));
-        } else if (count == 1) {
-            rtcOccluded1(scene, &ctx, k.shadow.data());
-        }
+        rtcOccludedNp(scene, &ctx, &copy, count);
         k.seconds += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-        k.rays += count;
+        k.rays += active(rays, count);
     }
     // Rays, and the time of the slowest thread: the picture's time if the
     // threads had done nothing but trace.
@@ -251,11 +242,43 @@ class SameRays : public lwsl::RayTap {
     }
 
   private:
+    static std::uint64_t active(const RTCRayNp& r, unsigned count) {
+        std::uint64_t n = 0;
+        for (unsigned i = 0; i < count; ++i)
+            n += r.tnear[i] <= r.tfar[i] ? 1 : 0;
+        return n;
+    }
+    // One array a part of a stream, copied.
+    template <typename T> struct Part {
+        std::vector<T> v;
+        T* copy(const T* from, unsigned n) {
+            v.assign(from, from + n);
+            return v.data();
+        }
+    };
+    struct Hits {
+        Part<float> nx, ny, nz, u, v;
+        Part<unsigned> prim, geom, inst;
+        RTCHitNp fresh(unsigned n) {
+            std::vector<float> zero(n, 0.0f);
+            std::vector<unsigned> none(n, RTC_INVALID_GEOMETRY_ID);
+            return {nx.copy(zero.data(), n),   ny.copy(zero.data(), n),   nz.copy(zero.data(), n),
+                    u.copy(zero.data(), n),    v.copy(zero.data(), n),    prim.copy(none.data(), n),
+                    geom.copy(none.data(), n), {inst.copy(none.data(), n)}};
+        }
+    };
     struct Worker {
-        std::vector<RTCRayHit> camera;
-        std::vector<RTCRay> shadow;
+        Part<float> ox, oy, oz, tnear, dx, dy, dz, time, tfar;
+        Part<unsigned> mask, id, flags;
+        Hits hits;
         std::uint64_t rays = 0;
         double seconds = 0;
+        RTCRayNp copyRays(const RTCRayNp& r, unsigned n) {
+            return {ox.copy(r.org_x, n),   oy.copy(r.org_y, n), oz.copy(r.org_z, n),
+                    tnear.copy(r.tnear, n), dx.copy(r.dir_x, n), dy.copy(r.dir_y, n),
+                    dz.copy(r.dir_z, n),   time.copy(r.time, n), tfar.copy(r.tfar, n),
+                    mask.copy(r.mask, n),  id.copy(r.id, n),    flags.copy(r.flags, n)};
+        }
     };
     RTCScene scene = nullptr;
     std::vector<Worker> workers;

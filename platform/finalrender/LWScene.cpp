@@ -1,6 +1,8 @@
 // Copying batches and tracing through Embree.
 #include "platform/finalrender/LWScene.h"
 
+#include "platform/finalrender/LWLoops.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -227,6 +229,52 @@ bool Scene::nearest(const float org[3], const float dir[3], float tnear, float t
     rh.ray.flags = 0;
     nearestMany(&rh, 1);
     return hitOf(rh, hit);
+}
+
+void StreamConstants::resize(std::size_t n) {
+    const std::size_t had = id.size();
+    if (had >= n) return;
+    time.resize(n, 0.0f);
+    mask.resize(n, 0xFFFFFFFFu);
+    flags.resize(n, 0u);
+    id.resize(n);
+    for (std::size_t i = had; i < n; ++i)
+        id[i] = static_cast<unsigned>(i);
+}
+
+void Scene::nearestStream(const RTCRayHitNp& rays, unsigned count) const {
+    for (unsigned i = 0; i < count; ++i) {
+        rays.hit.geomID[i] = RTC_INVALID_GEOMETRY_ID;
+        rays.hit.primID[i] = RTC_INVALID_GEOMETRY_ID;
+        rays.hit.instID[0][i] = RTC_INVALID_GEOMETRY_ID;
+    }
+    if (!scene || count == 0) return;
+    RTCIntersectContext ctx;
+    rtcInitIntersectContext(&ctx);
+    ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
+    RTCRayHitNp r = rays;
+    rtcIntersectNp(scene, &ctx, &r, count);
+}
+
+void Scene::transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const {
+    const float* tnear = rays.tnear;
+    const float* tfar = rays.tfar;
+    LWSL_INDEPENDENT
+    for (unsigned i = 0; i < count; ++i)
+        out[i] = tnear[i] != kLeftOut ? 1.0f : out[i];
+    if (!scene || count == 0) return;
+    ShadowContext ctx;
+    rtcInitIntersectContext(&ctx.base);
+    ctx.base.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
+    ctx.transmission = out;
+    RTCRayNp r = rays;
+    rtcOccludedNp(scene, &ctx.base, &r, count);
+    // Embree marks an occluded ray with tfar = -inf
+    LWSL_INDEPENDENT
+    for (unsigned i = 0; i < count; ++i) {
+        const bool blocked = !(tfar[i] >= 0) | !(out[i] > kBlocked);
+        out[i] = (tnear[i] != kLeftOut) & blocked ? 0.0f : out[i];
+    }
 }
 
 void Scene::nearestMany(RTCRayHit* rays, unsigned count) const {

@@ -10,6 +10,7 @@
 #include <embree3/rtcore.h>
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,19 @@ struct Batch {
     TQ3Point3D lo{}, hi{};         // the box around the triangles' corners
     std::uint32_t firstCorner = 0; // of its vertices in Scene::corners
 };
+
+// The parts every ray of an Embree stream shares: a time of 0, all mask
+// bits, no flags, and its place in the stream as its id. Filled as they
+// grow, which they only do.
+struct StreamConstants {
+    void resize(std::size_t n);
+    std::vector<float> time;
+    std::vector<unsigned> mask, flags, id;
+};
+
+// A ray of a stream that is left out has an infinite tnear and a tfar of 0:
+// Embree passes it by, and it misses.
+constexpr float kLeftOut = std::numeric_limits<float>::infinity();
 
 struct Hit {
     std::uint32_t batch, triangle;
@@ -76,12 +90,21 @@ class Scene {
     bool hitOf(const RTCRayHit& ray, Hit& hit) const;
     // The batch an answer of nearestMany hit, or null when it missed.
     const Batch* batchHit(const RTCRayHit& ray) const {
-        if (ray.hit.geomID >= batches.size()) return nullptr; // a miss too
-        const Batch& b = batches[ray.hit.geomID];
-        return ray.hit.primID < b.faceNormals.size() ? &b : nullptr;
+        return batchHit(ray.hit.geomID, ray.hit.primID);
+    }
+    const Batch* batchHit(unsigned geomID, unsigned primID) const {
+        if (geomID >= batches.size()) return nullptr; // a miss too
+        const Batch& b = batches[geomID];
+        return primID < b.faceNormals.size() ? &b : nullptr;
     }
     // out[rays[i].id] gets the transmission along rays[i].
     void transmissionMany(RTCRay* rays, unsigned count, float* out) const;
+
+    // The same for streams of rays held one array a part, whose ids are
+    // their places in the stream. Rays left out (kLeftOut) miss, and their
+    // places in out are left alone.
+    void nearestStream(const RTCRayHitNp& rays, unsigned count) const;
+    void transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const;
 
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
     std::size_t batchCount() const { return batches.size(); }

@@ -32,10 +32,11 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
     for (std::vector<float>* v :
          {&px,  &py, &pz, &nx, &ny, &nz,      &vx,      &vy,    &vz,  &gx, &gy,      &gz,  &br,
           &bg,  &bb, &sr, &sg, &sb, &control, &ambient, &alpha, &dr,  &dg, &db,      &ssr, &ssg,
-          &ssb, &fr, &fg, &fb, &fa, &ox,      &oy,      &oz,    &far, &rv, &strength})
+          &ssb, &fr, &fg, &fb, &fa, &rv, &strength})
         grow(*v, n);
-    for (std::vector<float>* v : {&lx, &ly, &lz, &ld})
+    for (std::vector<float>* v : {&lx, &ly, &lz, &ld, &ox, &oy, &oz, &tnear, &far, &reach})
         grow(*v, n * lights);
+    constants.resize(n * lights);
     grow(batch, n);
     for (std::vector<std::uint32_t>* v : {&c0, &c1, &c2})
         grow(*v, n);
@@ -50,6 +51,12 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
     grow(later, n);
     grow(shines, n);
     count = n;
+}
+
+RTCRayNp Surfaces::shadowStream() {
+    return {ox.data(),       oy.data(),        oz.data(),       tnear.data(),
+            lx.data(),       ly.data(),        lz.data(),       constants.time.data(),
+            far.data(),      constants.mask.data(), constants.id.data(), constants.flags.data()};
 }
 
 Shader::Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows)
@@ -187,8 +194,7 @@ LWSL_WIDE void towardsPoint(Surfaces& s, std::size_t off, const TQ3Point3D& p) {
 }
 
 template <bool Directional>
-LWSL_WIDE void shadowGeometry(Surfaces& s, std::size_t off, const float c[3], float e,
-                              float* reach) {
+LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c[3], float e) {
     const std::size_t n = s.count;
     LWSL_ARRAY(px, s.px);
     LWSL_ARRAY(py, s.py);
@@ -199,16 +205,19 @@ LWSL_WIDE void shadowGeometry(Surfaces& s, std::size_t off, const float c[3], fl
     LWSL_ARRAY(gx, s.gx);
     LWSL_ARRAY(gy, s.gy);
     LWSL_ARRAY(gz, s.gz);
-    LWSL_ARRAY(ox, s.ox);
-    LWSL_ARRAY(oy, s.oy);
-    LWSL_ARRAY(oz, s.oz);
-    LWSL_ARRAY(far, s.far);
-    const float* lx = s.lx.data() + off;
-    const float* ly = s.ly.data() + off;
-    const float* lz = s.lz.data() + off;
+    float* ox = s.ox.data() + off;
+    float* oy = s.oy.data() + off;
+    float* oz = s.oz.data() + off;
+    float* tnear = s.tnear.data() + off;
+    float* far = s.far.data() + off;
+    float* reach = s.reach.data() + off;
+    float* lx = s.lx.data() + off;
+    float* ly = s.ly.data() + off;
+    float* lz = s.lz.data() + off;
     const float* ld = s.ld.data() + off;
     LWSL_FLAGS(shaded, s.shaded);
     const float inf = std::numeric_limits<float>::infinity();
+    std::size_t count = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
         const float dx = Directional ? c[0] : lx[i], dy = Directional ? c[1] : ly[i],
@@ -216,12 +225,21 @@ LWSL_WIDE void shadowGeometry(Surfaces& s, std::size_t off, const float c[3], fl
         const bool reaches = Directional || ((d > 0) & (std::fabs(d) <= kFloatMax));
         const bool faces = nx[i] * dx + ny[i] * dy + nz[i] * dz > 0;
         const float side = gx[i] * dx + gy[i] * dy + gz[i] * dz >= 0 ? 1.0f : -1.0f;
+        const bool ray = (shaded[i] != 0) & reaches & faces;
         ox[i] = px[i] + side * e * gx[i];
         oy[i] = py[i] + side * e * gy[i];
         oz[i] = pz[i] + side * e * gz[i];
-        far[i] = Directional ? inf : d * (1 - 1e-4f);
+        if (Directional) {
+            lx[i] = dx;
+            ly[i] = dy;
+            lz[i] = dz;
+        }
+        tnear[i] = ray ? e : kLeftOut;
+        far[i] = ray ? (Directional ? inf : d * (1 - 1e-4f)) : 0.0f;
         reach[i] = (shaded[i] == 0) | !reaches ? 1.0f : faces ? -1.0f : 0.0f;
+        count += ray ? 1 : 0;
     }
+    return count;
 }
 
 // What a point or directional light gives each point; the specular powers
@@ -330,8 +348,7 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
 
 } // namespace
 
-std::size_t Shader::shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay* rays,
-                               std::uint32_t firstId) const {
+std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
     const TQ3XLight& l = lights[li];
     const std::size_t n = s.count, off = li * n;
     const bool directional = l.type == kQ3LightTypeDirectional;
@@ -341,60 +358,41 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay
         towardsPoint(s, off, l.location);
     }
     if (!l.castsShadows || l.type == kQ3LightTypeAmbient) {
-        std::fill(reach, reach + n, 1.0f);
+        std::fill_n(s.reach.begin() + static_cast<std::ptrdiff_t>(off), n, 1.0f);
+        std::fill_n(s.tnear.begin() + static_cast<std::ptrdiff_t>(off), n, kLeftOut);
+        std::fill_n(s.far.begin() + static_cast<std::ptrdiff_t>(off), n, 0.0f);
         return 0;
     }
     const float e = scene.epsilon();
     const float c[3] = {-l.direction.x, -l.direction.y, -l.direction.z};
-    if (directional)
-        shadowGeometry<true>(s, off, c, e, reach);
-    else
-        shadowGeometry<false>(s, off, c, e, reach);
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < n; ++i) {
-        if (reach[i] >= 0) continue;
-        RTCRay& ray = rays[count];
-        ray.org_x = s.ox[i];
-        ray.org_y = s.oy[i];
-        ray.org_z = s.oz[i];
-        ray.dir_x = directional ? c[0] : s.lx[off + i];
-        ray.dir_y = directional ? c[1] : s.ly[off + i];
-        ray.dir_z = directional ? c[2] : s.lz[off + i];
-        ray.tnear = e;
-        ray.tfar = s.far[i];
-        ray.time = 0;
-        ray.mask = 0xFFFFFFFFu;
-        ray.flags = 0;
-        ray.id = firstId + static_cast<std::uint32_t>(i);
-        ++count;
-    }
-    return count;
+    return directional ? shadowGeometry<true>(s, off, c, e) : shadowGeometry<false>(s, off, c, e);
 }
 
-std::size_t Shader::prepare(const RTCRayHit* hits, std::size_t count, Surfaces& s,
+std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s,
                             int* surfaceOf) const {
     // what each hit's triangle and style say, hit by hit
+    const RTCRayNp& ray = hits.ray;
     std::size_t found = 0;
     for (std::size_t k = 0; k < count; ++k) {
-        const RTCRayHit& h = hits[k];
-        const Batch* b = scene.batchHit(h);
+        const unsigned prim = hits.hit.primID[k];
+        const Batch* b = scene.batchHit(hits.hit.geomID[k], prim);
         surfaceOf[k] = b ? static_cast<int>(found) : -1;
         if (!b) continue;
         const std::size_t i = found++;
-        const std::uint32_t* t = &b->indices[3 * static_cast<std::size_t>(h.hit.primID)];
+        const std::uint32_t* t = &b->indices[3 * static_cast<std::size_t>(prim)];
         s.c0[i] = b->firstCorner + t[0];
         s.c1[i] = b->firstCorner + t[1];
         s.c2[i] = b->firstCorner + t[2];
-        s.w1[i] = h.hit.u;
-        s.w2[i] = h.hit.v;
-        const float d = h.ray.tfar;
-        s.px[i] = h.ray.org_x + d * h.ray.dir_x;
-        s.py[i] = h.ray.org_y + d * h.ray.dir_y;
-        s.pz[i] = h.ray.org_z + d * h.ray.dir_z;
-        s.vx[i] = -h.ray.dir_x;
-        s.vy[i] = -h.ray.dir_y;
-        s.vz[i] = -h.ray.dir_z;
-        const TQ3Vector3D& g = b->faceNormals[h.hit.primID];
+        s.w1[i] = hits.hit.u[k];
+        s.w2[i] = hits.hit.v[k];
+        const float d = ray.tfar[k];
+        s.px[i] = ray.org_x[k] + d * ray.dir_x[k];
+        s.py[i] = ray.org_y[k] + d * ray.dir_y[k];
+        s.pz[i] = ray.org_z[k] + d * ray.dir_z[k];
+        s.vx[i] = -ray.dir_x[k];
+        s.vy[i] = -ray.dir_y[k];
+        s.vz[i] = -ray.dir_z[k];
+        const TQ3Vector3D& g = b->faceNormals[prim];
         s.gx[i] = g.x;
         s.gy[i] = g.y;
         s.gz[i] = g.z;
@@ -482,15 +480,14 @@ void Shader::finish(Surfaces& s) const {
 }
 
 Shaded Shader::shade(Surfaces& one, std::uint64_t& shadowCount) const {
-    for (std::size_t li = 0; li < lights.size(); ++li) {
-        float reach;
-        RTCRay ray;
-        if (shadowRays(one, li, &reach, &ray, 0) != 0) {
-            ++shadowCount;
-            scene.transmissionMany(&ray, 1, &reach);
-        }
-        light(one, li, &reach);
-    }
+    const std::size_t nl = lights.size();
+    std::size_t rays = 0;
+    for (std::size_t li = 0; li < nl; ++li)
+        rays += shadowRays(one, li);
+    if (rays != 0) scene.transmissionStream(one.shadowStream(), static_cast<unsigned>(nl), one.reach.data());
+    shadowCount += rays;
+    for (std::size_t li = 0; li < nl; ++li)
+        light(one, li, one.reach.data() + li);
     finish(one);
     return {one.fr[0], one.fg[0], one.fb[0], one.fa[0]};
 }

@@ -49,30 +49,38 @@ struct Surfaces {
     std::vector<float> dr, dg, db;     // diffuse light so far
     std::vector<float> ssr, ssg, ssb;  // specular light so far
     std::vector<float> fr, fg, fb, fa; // the colour, not premultiplied, 0 to 1
-    // Towards each point light, light by light (count a light): the unit
-    // direction and the distance, which shadow rays and lighting share.
+    // Light by light (count a light): the unit direction towards each
+    // light and the distance, which shadow rays and lighting share; the
+    // shadow rays, one a point and a light, as an Embree stream; and the
+    // part of each light that reaches each point.
     std::vector<float> lx, ly, lz, ld;
-    // Scratch of one light: shadow ray starts and ends; the cosine of the
-    // highlight, the light's strength, whether it shines and whether its
-    // power is not a whole number.
-    std::vector<float> ox, oy, oz, far, rv, strength;
+    std::vector<float> ox, oy, oz, tnear, far;
+    StreamConstants constants;
+    std::vector<float> reach;
+    // Scratch of one light: the cosine of the highlight, the light's
+    // strength, whether it shines and whether its power is not a whole
+    // number.
+    std::vector<float> rv, strength;
     std::vector<std::int32_t> shines, later;
+
+    // The shadow rays of every light, light by light.
+    RTCRayNp shadowStream();
 };
 
 class Shader {
   public:
     Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows);
 
-    // The first surface of each ray of hits, answers of Scene::nearestMany:
-    // surfaceOf[k] is its point in s, or -1 when ray k missed. s holds room
-    // for count points; its size becomes the number of points.
-    std::size_t prepare(const RTCRayHit* hits, std::size_t count, Surfaces& s,
+    // The first surface of each ray of a stream that Scene::nearestStream
+    // traced: surfaceOf[k] is its point in s, or -1 when ray k missed. s
+    // holds room for count points; its size becomes the number of points.
+    std::size_t prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s,
                         int* surfaceOf) const;
-    // How light li reaches each point: reach[i] is 1 with no ray to trace, 0
-    // when it cannot (it is behind the surface), or -1 with a shadow ray
-    // added to rays whose id is firstId + i. Returns the number of rays added.
-    std::size_t shadowRays(Surfaces& s, std::size_t li, float* reach, RTCRay* rays,
-                           std::uint32_t firstId) const;
+    // How light li reaches each point, in its part of s.reach: 1 with no ray
+    // to trace, 0 when it cannot (it is behind the surface), or -1 with a
+    // shadow ray in its part of the shadow stream; the other rays of that
+    // part are left out. Returns the number of rays to trace.
+    std::size_t shadowRays(Surfaces& s, std::size_t li) const;
     // Adds the light of light li to every point, with reach[i] the part that
     // gets to point i.
     void light(Surfaces& s, std::size_t li, const float* reach) const;
@@ -80,8 +88,7 @@ class Shader {
     // and fa.
     void finish(Surfaces& s) const;
 
-    // The colour of the one point that prepare put in one, tracing its
-    // shadow rays one by one.
+    // The colour of the one point that prepare put in one.
     Shaded shade(Surfaces& one, std::uint64_t& shadowRays) const;
 
     std::size_t lightCount() const { return lights.size(); }

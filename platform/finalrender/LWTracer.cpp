@@ -103,21 +103,29 @@ class SamplePattern {
     unsigned m;
 };
 
-// Embree's form of camera ray i from tnear on; the hit is Embree's to fill.
-void cameraRay(const Rays& r, std::size_t i, float tnear, RTCRayHit& rh) {
-    rh.ray.org_x = r.ox[i];
-    rh.ray.org_y = r.oy[i];
-    rh.ray.org_z = r.oz[i];
-    rh.ray.tnear = tnear;
-    rh.ray.dir_x = r.dx[i];
-    rh.ray.dir_y = r.dy[i];
-    rh.ray.dir_z = r.dz[i];
-    rh.ray.time = 0;
-    rh.ray.tfar = r.tfar[i];
-    rh.ray.mask = 0xFFFFFFFFu;
-    rh.ray.id = 0;
-    rh.ray.flags = 0;
-}
+// Camera rays as an Embree stream: the rays themselves come from the camera
+// (Rays), and this holds the rest, with the hits Embree fills in.
+struct CameraStream {
+    void resize(std::size_t n) {
+        for (std::vector<float>* v : {&tnear, &t, &ngx, &ngy, &ngz, &u, &v})
+            if (v->size() < n) v->resize(n);
+        for (std::vector<unsigned>* v : {&primID, &geomID, &instID})
+            if (v->size() < n) v->resize(n);
+        constants.resize(n);
+    }
+    RTCRayHitNp over(Rays& r) {
+        return {{r.ox.data(), r.oy.data(), r.oz.data(), tnear.data(), r.dx.data(), r.dy.data(),
+                 r.dz.data(), constants.time.data(), t.data(), constants.mask.data(),
+                 constants.id.data(), constants.flags.data()},
+                {ngx.data(), ngy.data(), ngz.data(), u.data(), v.data(), primID.data(),
+                 geomID.data(), {instID.data()}}};
+    }
+    std::vector<float> tnear;
+    std::vector<float> t; // the ray's end, then where it hit
+    std::vector<float> ngx, ngy, ngz, u, v;
+    std::vector<unsigned> primID, geomID, instID;
+    StreamConstants constants;
+};
 
 // At least n elements at the front of v, which keeps what it holds beyond.
 template <typename T> T* room(std::vector<T>& v, std::size_t n) {
@@ -298,14 +306,13 @@ class Picture {
     struct RunBuffers {
         std::vector<Sample> samples;
         Rays rays; // of each sample
-        std::vector<RTCRayHit> hits;
-        std::vector<long> pixel;           // of each ray, from the run's start
-        std::vector<std::uint32_t> sample; // of each ray
+        CameraStream stream;
         Surfaces surfaces;
-        Surfaces one;               // a surface behind a see-through one
         std::vector<int> surfaceOf; // of each ray, or -1
-        std::vector<RTCRay> shadow;
-        std::vector<float> reach; // light * surfaces + surface
+        // a ray on behind a see-through surface
+        Rays oneRay;
+        CameraStream oneStream;
+        Surfaces one;
         std::vector<Premultiplied> sums, background, lo, hi;
         std::vector<unsigned> taken; // samples of each pixel
     };
@@ -313,23 +320,34 @@ class Picture {
     // Follows ray i on past its first surface, whose colour is already in
     // (r, g, b, a), through further see-through surfaces.
     void continueRay(const Rays& ray, std::size_t i, float tnear, float& r, float& g, float& b,
-                     float& a, unsigned worker, Surfaces& one, WorkerFigures& counts) const {
+                     float& a, unsigned worker, RunBuffers& w, WorkerFigures& counts) const {
+        Rays& one = w.oneRay;
+        CameraStream& stream = w.oneStream;
+        one.resize(1);
+        stream.resize(1);
+        one.ox[0] = ray.ox[i];
+        one.oy[0] = ray.oy[i];
+        one.oz[0] = ray.oz[i];
+        one.dx[0] = ray.dx[i];
+        one.dy[0] = ray.dy[i];
+        one.dz[0] = ray.dz[i];
+        const RTCRayHitNp rh = stream.over(one);
         for (int layer = 1; layer < kMaxLayers && a < 0.999f; ++layer) {
-            RTCRayHit rh;
-            cameraRay(ray, i, tnear, rh);
+            stream.tnear[0] = tnear;
+            stream.t[0] = ray.tfar[i];
             ++counts.primary;
-            if (tap) tap->cameraRays(worker, &rh, 1);
-            scene.nearestMany(&rh, 1);
-            one.resize(1, shader.lightCount());
+            if (tap) tap->cameraRays(worker, rh, 1);
+            scene.nearestStream(rh, 1);
+            w.one.resize(1, shader.lightCount());
             int found;
-            if (shader.prepare(&rh, 1, one, &found) == 0) break;
-            const Shaded s = shader.shade(one, counts.shadow);
+            if (shader.prepare(rh, 1, w.one, &found) == 0) break;
+            const Shaded s = shader.shade(w.one, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
             b += k * s.b;
             a += k;
-            const float t = rh.ray.tfar;
+            const float t = stream.t[0];
             tnear = t + std::max(scene.epsilon(), t * 1e-6f);
         }
     }
@@ -398,13 +416,11 @@ class Picture {
                       WorkerFigures& counts) const {
         // buffers kept from run to run; they only grow
         const std::size_t most = w.samples.size(), nl = shader.lightCount();
+        const Sample* samples = w.samples.data();
         Rays& rays = w.rays;
         rays.resize(most);
-        RTCRayHit* hits = room(w.hits, most);
-        long* pixel = room(w.pixel, most);
-        std::uint32_t* sample = room(w.sample, most);
         for (std::size_t k = 0; k < most; ++k) {
-            const Sample& s = w.samples[k];
+            const Sample& s = samples[k];
             float jx, jy;
             pattern.place(s.cell, static_cast<std::uint32_t>(xa + s.pixel),
                           static_cast<std::uint32_t>(y), jx, jy);
@@ -412,43 +428,45 @@ class Picture {
             rays.y[k] = static_cast<double>(y) + dy + jy;
         }
         camera.raysAt(rays, most);
+        CameraStream& stream = w.stream;
+        stream.resize(most);
         unsigned m = 0;
         for (std::size_t k = 0; k < most; ++k) {
-            const long p = w.samples[k].pixel;
-            if (!rays.ok[k]) {
-                add(w, p, w.background[p]);
-                continue;
-            }
-            cameraRay(rays, k, 0, hits[m]);
-            sample[m] = static_cast<std::uint32_t>(k);
-            pixel[m++] = p;
+            const bool ok = rays.ok[k] != 0;
+            stream.tnear[k] = ok ? 0.0f : kLeftOut;
+            stream.t[k] = ok ? rays.tfar[k] : 0.0f;
+            m += ok ? 1 : 0;
         }
-        if (tap) tap->cameraRays(worker, hits, m);
-        scene.nearestMany(hits, m);
+        const RTCRayHitNp hits = stream.over(rays);
+        const auto streamSize = static_cast<unsigned>(most);
+        if (tap) tap->cameraRays(worker, hits, streamSize);
+        scene.nearestStream(hits, streamSize);
         counts.primary += m;
 
         // the first surface of every ray, and the shadow rays they need
         Surfaces& surfaces = w.surfaces;
-        surfaces.resize(m, nl);
-        int* surfaceOf = room(w.surfaceOf, m);
-        const std::size_t found = shader.prepare(hits, m, surfaces, surfaceOf);
+        surfaces.resize(most, nl);
+        int* surfaceOf = room(w.surfaceOf, most);
+        const std::size_t found = shader.prepare(hits, most, surfaces, surfaceOf);
         // shadow rays light by light, so that rays that run side by side are
         // traced together
-        float* reach = room(w.reach, found * nl);
-        RTCRay* shadow = room(w.shadow, found * nl);
         std::size_t rayCount = 0;
         for (std::size_t li = 0; li < nl; ++li)
-            rayCount += shader.shadowRays(surfaces, li, reach + li * found, shadow + rayCount,
-                                          static_cast<std::uint32_t>(li * found));
-        if (tap) tap->shadowRays(worker, shadow, static_cast<unsigned>(rayCount));
-        scene.transmissionMany(shadow, static_cast<unsigned>(rayCount), reach);
+            rayCount += shader.shadowRays(surfaces, li);
+        if (rayCount != 0) {
+            const RTCRayNp shadow = surfaces.shadowStream();
+            const auto shadowSize = static_cast<unsigned>(found * nl);
+            if (tap) tap->shadowRays(worker, shadow, shadowSize);
+            scene.transmissionStream(shadow, shadowSize, surfaces.reach.data());
+        }
         counts.shadow += rayCount;
         for (std::size_t li = 0; li < nl; ++li)
-            shader.light(surfaces, li, reach + li * found);
+            shader.light(surfaces, li, surfaces.reach.data() + li * found);
         shader.finish(surfaces);
 
-        for (unsigned k = 0; k < m; ++k) {
-            const Premultiplied& back = w.background[pixel[k]];
+        for (std::size_t k = 0; k < most; ++k) {
+            const long p = samples[k].pixel;
+            const Premultiplied& back = w.background[p];
             Premultiplied c = back;
             if (surfaceOf[k] >= 0) {
                 const auto si = static_cast<std::size_t>(surfaceOf[k]);
@@ -456,13 +474,13 @@ class Picture {
                 float r = a0 * surfaces.fr[si], g = a0 * surfaces.fg[si], b = a0 * surfaces.fb[si],
                       a = a0;
                 if (a < 0.999f) {
-                    const float t = hits[k].ray.tfar;
-                    continueRay(rays, sample[k], t + std::max(scene.epsilon(), t * 1e-6f), r, g, b,
-                                a, worker, w.one, counts);
+                    const float t = stream.t[k];
+                    continueRay(rays, k, t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
+                                worker, w, counts);
                 }
                 c = over(r, g, b, a, back);
             }
-            add(w, pixel[k], c);
+            add(w, p, c);
         }
     }
 

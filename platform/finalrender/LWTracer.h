@@ -32,13 +32,14 @@ struct TraceFigures {
 
 // Sees every stream of rays just before Embree traces it; a benchmark traces
 // the same rays through Embree alone. Worker w of `workers` calls it from
-// its own thread.
+// its own thread. A stream holds count rays, one array a part, some of
+// them left out (kLeftOut).
 class RayTap {
   public:
     virtual ~RayTap() = default;
     virtual void begin(RTCScene scene, unsigned workers) = 0;
-    virtual void cameraRays(unsigned worker, const RTCRayHit* rays, unsigned count) = 0;
-    virtual void shadowRays(unsigned worker, const RTCRay* rays, unsigned count) = 0;
+    virtual void cameraRays(unsigned worker, const RTCRayHitNp& rays, unsigned count) = 0;
+    virtual void shadowRays(unsigned worker, const RTCRayNp& rays, unsigned count) = 0;
 };
 
 // Told now and then, on the calling thread, how many of the pixels to trace
