@@ -109,6 +109,12 @@ void Scene::add(const TQ3XTriangleBatch& in) {
         b.lo = {std::min(b.lo.x, q.x), std::min(b.lo.y, q.y), std::min(b.lo.z, q.z)};
         b.hi = {std::max(b.hi.x, q.x), std::max(b.hi.y, q.y), std::max(b.hi.z, q.z)};
     }
+    const TQ3XDrawState& st = b.state;
+    b.look.flat = st.interpolation == kQ3InterpolationStyleNone;
+    b.look.flip = st.backfacing == kQ3BackfacingStyleFlip;
+    b.look.lit = st.illumination != kQ3IlluminationTypeNULL;
+    b.look.phong = st.illumination == kQ3IlluminationTypePhong;
+    b.look.receivesShadows = st.receiveShadows != kQ3False && b.look.lit;
     b.state.texture = nullptr;
     if (in.state->texture && (in.vertices[0].flags & kQ3XVertexHasUV) &&
         q3::textureView(in.state->texture, b.texture)) {

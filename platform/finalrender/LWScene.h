@@ -37,6 +37,14 @@ struct Batch {
     std::vector<float> alpha; // a vertex's opacity: the mean of its transparency colour
     bool seeThrough = false;  // some vertex is not opaque
     bool textured = false;    // a texture is in force and the vertices have UV
+    // What the style says, as shading reads it.
+    struct Look {
+        std::int32_t flat = 0;            // attributes of corner 0, the face normal
+        std::int32_t flip = 0;            // the normal turns towards the eye
+        std::int32_t lit = 1;             // not null illumination
+        std::int32_t phong = 0;           // Phong illumination
+        std::int32_t receivesShadows = 1; // and is lit
+    } look;
     q3::TextureView texture;
     TQ3Point3D lo{}, hi{};         // the box around the triangles' corners
     std::uint32_t firstCorner = 0; // of its vertices in Scene::corners

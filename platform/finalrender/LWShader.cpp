@@ -6,6 +6,7 @@
 #include "platform/qd3d/Q3Lighting.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -32,19 +33,14 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
     for (std::vector<float>* v :
          {&px,  &py, &pz, &nx, &ny, &nz,      &vx,      &vy,    &vz,  &gx, &gy,      &gz,  &br,
           &bg,  &bb, &sr, &sg, &sb, &control, &ambient, &alpha, &dr,  &dg, &db,      &ssr, &ssg,
-          &ssb, &fr, &fg, &fb, &fa, &rv, &strength})
+          &ssb, &fr, &fg, &fb, &fa, &rv, &square, &power, &strength})
         grow(*v, n);
     for (std::vector<float>* v : {&lx, &ly, &lz, &ld, &ox, &oy, &oz, &tnear, &far, &reach})
         grow(*v, n * lights);
     constants.resize(n * lights);
     grow(batch, n);
-    for (std::vector<std::uint32_t>* v : {&c0, &c1, &c2})
-        grow(*v, n);
-    grow(w1, n);
-    grow(w2, n);
-    grow(flat, n);
-    grow(flip, n);
-    grow(textured, n);
+    grow(digits, n);
+    grow(byPow, n);
     grow(lit, n);
     grow(phong, n);
     grow(shaded, n);
@@ -69,74 +65,6 @@ namespace {
 
 #define LWSL_ARRAY(name, from) float* name = (from).data()
 #define LWSL_FLAGS(name, from) const std::int32_t* name = (from).data()
-
-// The attributes of each point from its triangle's corners: weighted, or
-// those of corner 0 with the face normal where the style is flat. The
-// normal is made unit length (the face normal stands in for one that
-// vanishes) and turned towards the eye where the style asks.
-LWSL_ONE_AT_A_TIME void gatherCorners(Surfaces& s, const Corner* corners) {
-    const std::size_t n = s.count;
-    const std::uint32_t* c0 = s.c0.data();
-    const std::uint32_t* c1 = s.c1.data();
-    const std::uint32_t* c2 = s.c2.data();
-    LWSL_ARRAY(w1, s.w1);
-    LWSL_ARRAY(w2, s.w2);
-    LWSL_ARRAY(gx, s.gx);
-    LWSL_ARRAY(gy, s.gy);
-    LWSL_ARRAY(gz, s.gz);
-    LWSL_ARRAY(vx, s.vx);
-    LWSL_ARRAY(vy, s.vy);
-    LWSL_ARRAY(vz, s.vz);
-    LWSL_ARRAY(nx, s.nx);
-    LWSL_ARRAY(ny, s.ny);
-    LWSL_ARRAY(nz, s.nz);
-    LWSL_ARRAY(br, s.br);
-    LWSL_ARRAY(bg, s.bg);
-    LWSL_ARRAY(bb, s.bb);
-    LWSL_ARRAY(sr, s.sr);
-    LWSL_ARRAY(sg, s.sg);
-    LWSL_ARRAY(sb, s.sb);
-    LWSL_ARRAY(control, s.control);
-    LWSL_ARRAY(ambient, s.ambient);
-    LWSL_ARRAY(alpha, s.alpha);
-    LWSL_FLAGS(flat, s.flat);
-    LWSL_FLAGS(flip, s.flip);
-    LWSL_INDEPENDENT
-    for (std::size_t i = 0; i < n; ++i) {
-        const Corner &a = corners[c0[i]], &b = corners[c1[i]], &c = corners[c2[i]];
-        const float wa = 1 - w1[i] - w2[i], wb = w1[i], wc = w2[i];
-        const bool f = flat[i] != 0;
-        float x = f ? gx[i] : mix(a.nx, b.nx, c.nx, wa, wb, wc);
-        float y = f ? gy[i] : mix(a.ny, b.ny, c.ny, wa, wb, wc);
-        float z = f ? gz[i] : mix(a.nz, b.nz, c.nz, wa, wb, wc);
-        br[i] = f ? a.dr : mix(a.dr, b.dr, c.dr, wa, wb, wc);
-        bg[i] = f ? a.dg : mix(a.dg, b.dg, c.dg, wa, wb, wc);
-        bb[i] = f ? a.db : mix(a.db, b.db, c.db, wa, wb, wc);
-        sr[i] = f ? a.sr : mix(a.sr, b.sr, c.sr, wa, wb, wc);
-        sg[i] = f ? a.sg : mix(a.sg, b.sg, c.sg, wa, wb, wc);
-        sb[i] = f ? a.sb : mix(a.sb, b.sb, c.sb, wa, wb, wc);
-        control[i] = f ? a.control : mix(a.control, b.control, c.control, wa, wb, wc);
-        ambient[i] = f ? a.ambient : mix(a.ambient, b.ambient, c.ambient, wa, wb, wc);
-        const float opacity = mix(a.alpha, b.alpha, c.alpha, wa, wb, wc);
-        alpha[i] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
-
-        float len = std::sqrt(x * x + y * y + z * z);
-        const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
-        const float face = std::sqrt(gx[i] * gx[i] + gy[i] * gy[i] + gz[i] * gz[i]);
-        x = vanishes ? gx[i] : x;
-        y = vanishes ? gy[i] : y;
-        z = vanishes ? gz[i] : z;
-        const float faceLen = face > 1e-12f ? face : 1.0f;
-        len = vanishes ? faceLen : len;
-        x /= len;
-        y /= len;
-        z /= len;
-        const bool turn = (flip[i] != 0) & (x * vx[i] + y * vy[i] + z * vz[i] < 0);
-        nx[i] = turn ? -x : x;
-        ny[i] = turn ? -y : y;
-        nz[i] = turn ? -z : z;
-    }
-}
 
 // The colour: the base colour in the diffuse light, the specular light on
 // top, each channel held to 0 to 1 (0 where it is not a number).
@@ -300,30 +228,31 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
     // the specular part: the power by squaring for whole exponents up to 64,
     // as specularPower takes them (a factor of 1 changes nothing); others
     // wait for the loop below
+    LWSL_ARRAY(power, s.power);
+    LWSL_ARRAY(square, s.square);
+    LWSL_FLAGS(digits, s.digits);
+    LWSL_FLAGS(byPow, s.byPow);
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        power[i] = 1;
+        square[i] = rv[i];
+    }
+    for (int k = 0; k < s.steps; ++k) {
+        LWSL_INDEPENDENT
+        for (std::size_t i = 0; i < n; ++i) {
+            const float b = square[i];
+            power[i] *= (digits[i] >> k) & 1 ? b : 1.0f;
+            square[i] = b * b;
+        }
+    }
     std::int32_t anyLater = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const float ex = control[i];
-        // the binary digits of a whole exponent, from the top, in floats
-        // (exact for whole numbers up to 64); what is left is its fraction
-        float rest = (ex > 0) & (ex <= 64) ? ex : 0.5f;
-        bool digit[7];
-        for (int k = 6; k >= 0; --k) {
-            const auto place = static_cast<float>(1 << k);
-            digit[k] = rest >= place;
-            rest -= digit[k] ? place : 0.0f;
-        }
-        const bool byBits = rest == 0;
-        float power = 1, b = rv[i];
-        for (int k = 0; k < 7; ++k) {
-            power *= digit[k] ? b : 1.0f;
-            b *= b;
-        }
         const bool shine = shines[i] != 0;
-        const bool waits = shine & (ex > 0) & !byBits;
+        const bool waits = shine & (byPow[i] != 0);
         later[i] = waits ? 1 : 0;
         anyLater += waits ? 1 : 0;
-        const float r = reach[i], p = st[i] * power;
+        const float r = reach[i], p = st[i] * power[i];
         const bool now = shine & !waits;
         // every load outside the selections, which leaves no branch
         const float Sr = r * (p * cr * sr[i]), Sg = r * (p * cg * sg[i]), Sb = r * (p * cb * sb[i]);
@@ -342,9 +271,6 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
     return true;
 }
 
-#undef LWSL_ARRAY
-#undef LWSL_FLAGS
-#undef LWSL_WIDE
 
 } // namespace
 
@@ -370,59 +296,130 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
 
 std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s,
                             int* surfaceOf) const {
-    // what each hit's triangle and style say, hit by hit
     const RTCRayNp& ray = hits.ray;
+    const Corner* corners = scene.corners();
+    LWSL_ARRAY(px, s.px);
+    LWSL_ARRAY(py, s.py);
+    LWSL_ARRAY(pz, s.pz);
+    LWSL_ARRAY(vx, s.vx);
+    LWSL_ARRAY(vy, s.vy);
+    LWSL_ARRAY(vz, s.vz);
+    LWSL_ARRAY(gx, s.gx);
+    LWSL_ARRAY(gy, s.gy);
+    LWSL_ARRAY(gz, s.gz);
+    LWSL_ARRAY(nx, s.nx);
+    LWSL_ARRAY(ny, s.ny);
+    LWSL_ARRAY(nz, s.nz);
+    LWSL_ARRAY(br, s.br);
+    LWSL_ARRAY(bg, s.bg);
+    LWSL_ARRAY(bb, s.bb);
+    LWSL_ARRAY(sr, s.sr);
+    LWSL_ARRAY(sg, s.sg);
+    LWSL_ARRAY(sb, s.sb);
+    LWSL_ARRAY(control, s.control);
+    LWSL_ARRAY(ambient, s.ambient);
+    LWSL_ARRAY(alpha, s.alpha);
+    LWSL_ARRAY(dr, s.dr);
+    LWSL_ARRAY(dg, s.dg);
+    LWSL_ARRAY(db, s.db);
+    LWSL_ARRAY(ssr, s.ssr);
+    LWSL_ARRAY(ssg, s.ssg);
+    LWSL_ARRAY(ssb, s.ssb);
+    const Batch** batch = s.batch.data();
+    std::int32_t* digits = s.digits.data();
+    std::int32_t* byPow = s.byPow.data();
+    std::int32_t* lit = s.lit.data();
+    std::int32_t* phong = s.phong.data();
+    std::int32_t* shaded = s.shaded.data();
+    std::uint32_t allDigits = 0;
     std::size_t found = 0;
+    // hit by hit: what the triangle, its corners and its style say
     for (std::size_t k = 0; k < count; ++k) {
         const unsigned prim = hits.hit.primID[k];
-        const Batch* b = scene.batchHit(hits.hit.geomID[k], prim);
-        surfaceOf[k] = b ? static_cast<int>(found) : -1;
-        if (!b) continue;
+        const Batch* on = scene.batchHit(hits.hit.geomID[k], prim);
+        surfaceOf[k] = on ? static_cast<int>(found) : -1;
+        if (!on) continue;
         const std::size_t i = found++;
-        const std::uint32_t* t = &b->indices[3 * static_cast<std::size_t>(prim)];
-        s.c0[i] = b->firstCorner + t[0];
-        s.c1[i] = b->firstCorner + t[1];
-        s.c2[i] = b->firstCorner + t[2];
-        s.w1[i] = hits.hit.u[k];
-        s.w2[i] = hits.hit.v[k];
+        const std::uint32_t* t = on->indices.data() + 3 * static_cast<std::size_t>(prim);
+        const Corner* first = corners + on->firstCorner;
+        const Corner &a = first[t[0]], &b = first[t[1]], &c = first[t[2]];
+        const float wb = hits.hit.u[k], wc = hits.hit.v[k], wa = 1 - wb - wc;
         const float d = ray.tfar[k];
-        s.px[i] = ray.org_x[k] + d * ray.dir_x[k];
-        s.py[i] = ray.org_y[k] + d * ray.dir_y[k];
-        s.pz[i] = ray.org_z[k] + d * ray.dir_z[k];
-        s.vx[i] = -ray.dir_x[k];
-        s.vy[i] = -ray.dir_y[k];
-        s.vz[i] = -ray.dir_z[k];
-        const TQ3Vector3D& g = b->faceNormals[prim];
-        s.gx[i] = g.x;
-        s.gy[i] = g.y;
-        s.gz[i] = g.z;
-        const TQ3XDrawState& st = b->state;
-        s.batch[i] = b;
-        s.flat[i] = st.interpolation == kQ3InterpolationStyleNone;
-        s.flip[i] = st.backfacing == kQ3BackfacingStyleFlip;
-        s.textured[i] = b->textured;
-        s.lit[i] = st.illumination != kQ3IlluminationTypeNULL;
-        s.phong[i] = st.illumination == kQ3IlluminationTypePhong;
-        s.shaded[i] = shadows && st.receiveShadows != kQ3False && s.lit[i];
+        px[i] = ray.org_x[k] + d * ray.dir_x[k];
+        py[i] = ray.org_y[k] + d * ray.dir_y[k];
+        pz[i] = ray.org_z[k] + d * ray.dir_z[k];
+        const float ex = -ray.dir_x[k], ey = -ray.dir_y[k], ez = -ray.dir_z[k];
+        vx[i] = ex;
+        vy[i] = ey;
+        vz[i] = ez;
+        const TQ3Vector3D& g = on->faceNormals[prim];
+        gx[i] = g.x;
+        gy[i] = g.y;
+        gz[i] = g.z;
+        batch[i] = on;
+        const Batch::Look& look = on->look;
+        lit[i] = look.lit;
+        phong[i] = look.phong;
+        shaded[i] = shadows && look.receivesShadows;
         // null illumination shows the plain colour
-        const float start = s.lit[i] ? 0.0f : 1.0f;
-        s.dr[i] = s.dg[i] = s.db[i] = start;
-        s.ssr[i] = s.ssg[i] = s.ssb[i] = 0;
+        const float start = look.lit ? 0.0f : 1.0f;
+        dr[i] = dg[i] = db[i] = start;
+        ssr[i] = ssg[i] = ssb[i] = 0;
+
+        // the attributes: weighted, or those of corner 0 with the face
+        // normal where the style is flat
+        const bool f = look.flat;
+        float x = f ? g.x : mix(a.nx, b.nx, c.nx, wa, wb, wc);
+        float y = f ? g.y : mix(a.ny, b.ny, c.ny, wa, wb, wc);
+        float z = f ? g.z : mix(a.nz, b.nz, c.nz, wa, wb, wc);
+        br[i] = f ? a.dr : mix(a.dr, b.dr, c.dr, wa, wb, wc);
+        bg[i] = f ? a.dg : mix(a.dg, b.dg, c.dg, wa, wb, wc);
+        bb[i] = f ? a.db : mix(a.db, b.db, c.db, wa, wb, wc);
+        sr[i] = f ? a.sr : mix(a.sr, b.sr, c.sr, wa, wb, wc);
+        sg[i] = f ? a.sg : mix(a.sg, b.sg, c.sg, wa, wb, wc);
+        sb[i] = f ? a.sb : mix(a.sb, b.sb, c.sb, wa, wb, wc);
+        const float power = f ? a.control : mix(a.control, b.control, c.control, wa, wb, wc);
+        control[i] = power;
+        ambient[i] = f ? a.ambient : mix(a.ambient, b.ambient, c.ambient, wa, wb, wc);
+        const float opacity = mix(a.alpha, b.alpha, c.alpha, wa, wb, wc);
+        alpha[i] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
+        // a whole exponent up to 64 is raised by squaring, as specularPower
+        // does; one that is not whole goes to pow, and one of 0 or less
+        // gives 1
+        const bool whole = power > 0 && power <= 64 && power == std::floor(power);
+        digits[i] = whole ? static_cast<std::int32_t>(power) : 0;
+        byPow[i] = power > 0 && !whole;
+        allDigits |= static_cast<std::uint32_t>(digits[i]);
+
+        // the normal made unit length (the face normal stands in for one
+        // that vanishes) and turned towards the eye where the style asks
+        float len = std::sqrt(x * x + y * y + z * z);
+        const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
+        const float face = std::sqrt(g.x * g.x + g.y * g.y + g.z * g.z);
+        x = vanishes ? g.x : x;
+        y = vanishes ? g.y : y;
+        z = vanishes ? g.z : z;
+        const float faceLen = face > 1e-12f ? face : 1.0f;
+        len = vanishes ? faceLen : len;
+        x /= len;
+        y /= len;
+        z /= len;
+        const bool turn = look.flip && x * ex + y * ey + z * ez < 0;
+        nx[i] = turn ? -x : x;
+        ny[i] = turn ? -y : y;
+        nz[i] = turn ? -z : z;
+
+        if (on->textured) {
+            const TQ3ColorARGB tc = q3::sampleTexture(
+                on->texture, mix(a.u, b.u, c.u, wa, wb, wc), mix(a.v, b.v, c.v, wa, wb, wc));
+            br[i] = tc.r;
+            bg[i] = tc.g;
+            bb[i] = tc.b;
+            alpha[i] *= clamp01(tc.a);
+        }
     }
     s.count = found;
-    const Corner* corners = scene.corners();
-    gatherCorners(s, corners);
-    for (std::size_t i = 0; i < found; ++i) {
-        if (!s.textured[i]) continue;
-        const Corner &a = corners[s.c0[i]], &b = corners[s.c1[i]], &c = corners[s.c2[i]];
-        const float wa = 1 - s.w1[i] - s.w2[i], wb = s.w1[i], wc = s.w2[i];
-        const TQ3ColorARGB tc = q3::sampleTexture(
-            s.batch[i]->texture, mix(a.u, b.u, c.u, wa, wb, wc), mix(a.v, b.v, c.v, wa, wb, wc));
-        s.br[i] = tc.r;
-        s.bg[i] = tc.g;
-        s.bb[i] = tc.b;
-        s.alpha[i] *= clamp01(tc.a);
-    }
+    s.steps = std::bit_width(allDigits);
     return found;
 }
 
@@ -491,5 +488,8 @@ Shaded Shader::shade(Surfaces& one, std::uint64_t& shadowCount) const {
     finish(one);
     return {one.fr[0], one.fg[0], one.fb[0], one.fa[0]};
 }
+
+#undef LWSL_ARRAY
+#undef LWSL_FLAGS
 
 } // namespace lwsl

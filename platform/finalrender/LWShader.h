@@ -38,11 +38,11 @@ struct Surfaces {
     std::vector<float> ambient;            // ambient coefficient
     std::vector<float> alpha;              // opacity
     std::vector<const Batch*> batch;       // the draw state
-    std::vector<std::uint32_t> c0, c1, c2; // the triangle's corners in Scene::corners
-    std::vector<float> w1, w2;             // weights of corners 1 and 2
-    std::vector<std::int32_t> flat;        // attributes of corner 0, the face normal
-    std::vector<std::int32_t> flip;        // the normal turns towards the eye
-    std::vector<std::int32_t> textured;
+    // The Phong exponent as the highlight takes it: a whole one up to 64 as
+    // its binary digits (0 for none, which gives a power of 1), any other
+    // marked for pow. steps: digits of the largest.
+    std::vector<std::int32_t> digits, byPow;
+    int steps = 0;
     std::vector<std::int32_t> lit;     // not null illumination
     std::vector<std::int32_t> phong;   // Phong illumination
     std::vector<std::int32_t> shaded;  // receives shadows
@@ -57,10 +57,10 @@ struct Surfaces {
     std::vector<float> ox, oy, oz, tnear, far;
     StreamConstants constants;
     std::vector<float> reach;
-    // Scratch of one light: the cosine of the highlight, the light's
-    // strength, whether it shines and whether its power is not a whole
-    // number.
-    std::vector<float> rv, strength;
+    // Scratch of one light: the cosine of the highlight, its squares and its
+    // power, the light's strength, whether it shines and whether its power
+    // is left to pow.
+    std::vector<float> rv, square, power, strength;
     std::vector<std::int32_t> shines, later;
 
     // The shadow rays of every light, light by light.
