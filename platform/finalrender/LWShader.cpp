@@ -8,13 +8,27 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace lwsl {
 namespace {
 
-float mix(float a, float b, float c, float wa, float wb, float wc) {
-    return a * wa + b * wb + c * wc;
+// The weighted sum of three corners, every attribute a * wa + b * wb + c *
+// wc, four attributes at a time.
+Corner mixCorners(const Corner& a, const Corner& b, const Corner& c, float wa, float wb,
+                  float wc) {
+    using Four = float __attribute__((vector_size(16)));
+    static_assert(sizeof(Corner) == 4 * sizeof(Four));
+    Four A[4], B[4], C[4], M[4];
+    std::memcpy(A, &a, sizeof A);
+    std::memcpy(B, &b, sizeof B);
+    std::memcpy(C, &c, sizeof C);
+    for (int j = 0; j < 4; ++j)
+        M[j] = A[j] * wa + B[j] * wb + C[j] * wc;
+    Corner m;
+    std::memcpy(&m, M, sizeof m);
+    return m;
 }
 
 float clamp01(float v) {
@@ -368,27 +382,32 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
 
         // the attributes: weighted, or those of corner 0 with the face
         // normal where the style is flat
+        const Corner m = mixCorners(a, b, c, wa, wb, wc);
         const bool f = look.flat;
-        float x = f ? g.x : mix(a.nx, b.nx, c.nx, wa, wb, wc);
-        float y = f ? g.y : mix(a.ny, b.ny, c.ny, wa, wb, wc);
-        float z = f ? g.z : mix(a.nz, b.nz, c.nz, wa, wb, wc);
-        br[i] = f ? a.dr : mix(a.dr, b.dr, c.dr, wa, wb, wc);
-        bg[i] = f ? a.dg : mix(a.dg, b.dg, c.dg, wa, wb, wc);
-        bb[i] = f ? a.db : mix(a.db, b.db, c.db, wa, wb, wc);
-        sr[i] = f ? a.sr : mix(a.sr, b.sr, c.sr, wa, wb, wc);
-        sg[i] = f ? a.sg : mix(a.sg, b.sg, c.sg, wa, wb, wc);
-        sb[i] = f ? a.sb : mix(a.sb, b.sb, c.sb, wa, wb, wc);
-        const float power = f ? a.control : mix(a.control, b.control, c.control, wa, wb, wc);
+        float x = f ? g.x : m.nx;
+        float y = f ? g.y : m.ny;
+        float z = f ? g.z : m.nz;
+        const Corner& plain = f ? a : m;
+        br[i] = plain.dr;
+        bg[i] = plain.dg;
+        bb[i] = plain.db;
+        sr[i] = plain.sr;
+        sg[i] = plain.sg;
+        sb[i] = plain.sb;
+        const float power = plain.control;
         control[i] = power;
-        ambient[i] = f ? a.ambient : mix(a.ambient, b.ambient, c.ambient, wa, wb, wc);
-        const float opacity = mix(a.alpha, b.alpha, c.alpha, wa, wb, wc);
+        ambient[i] = plain.ambient;
+        const float opacity = m.alpha;
         alpha[i] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
         // a whole exponent up to 64 is raised by squaring, as specularPower
         // does; one that is not whole goes to pow, and one of 0 or less
-        // gives 1
-        const bool whole = power > 0 && power <= 64 && power == std::floor(power);
-        digits[i] = whole ? static_cast<std::int32_t>(power) : 0;
-        byPow[i] = power > 0 && !whole;
+        // gives 1 (no branch: the exponents of neighbouring hits fall either
+        // side of a whole number)
+        const float inRange = (power > 0) & (power <= 64) ? power : 0.5f;
+        const auto whole = static_cast<std::int32_t>(inRange);
+        const bool isWhole = static_cast<float>(whole) == inRange;
+        digits[i] = isWhole ? whole : 0;
+        byPow[i] = (power > 0) & !isWhole;
         allDigits |= static_cast<std::uint32_t>(digits[i]);
 
         // the normal made unit length (the face normal stands in for one
@@ -410,8 +429,7 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
         nz[i] = turn ? -z : z;
 
         if (on->textured) {
-            const TQ3ColorARGB tc = q3::sampleTexture(
-                on->texture, mix(a.u, b.u, c.u, wa, wb, wc), mix(a.v, b.v, c.v, wa, wb, wc));
+            const TQ3ColorARGB tc = q3::sampleTexture(on->texture, m.u, m.v);
             br[i] = tc.r;
             bg[i] = tc.g;
             bb[i] = tc.b;
