@@ -53,6 +53,8 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
         grow(*v, n * lights);
     constants.resize(n * lights);
     grow(batch, n);
+    grow(hit, n);
+    grow(flip, n);
     grow(digits, n);
     grow(byPow, n);
     grow(lit, n);
@@ -79,6 +81,92 @@ namespace {
 
 #define LWSL_ARRAY(name, from) float* name = (from).data()
 #define LWSL_FLAGS(name, from) const std::int32_t* name = (from).data()
+
+// What prepare leaves to a loop over all points: the point and the way to
+// the eye from the ray, the normal made unit length (the face normal stands
+// in for one that vanishes) and turned towards the eye where the style
+// asks, the exponent's digits, and no light yet.
+LWSL_WIDE void completeSurfaces(Surfaces& s, const RTCRayNp& ray) {
+    const std::size_t n = s.count;
+    const float* ox = ray.org_x;
+    const float* oy = ray.org_y;
+    const float* oz = ray.org_z;
+    const float* dx = ray.dir_x;
+    const float* dy = ray.dir_y;
+    const float* dz = ray.dir_z;
+    const float* t = ray.tfar;
+    LWSL_ARRAY(px, s.px);
+    LWSL_ARRAY(py, s.py);
+    LWSL_ARRAY(pz, s.pz);
+    LWSL_ARRAY(vx, s.vx);
+    LWSL_ARRAY(vy, s.vy);
+    LWSL_ARRAY(vz, s.vz);
+    LWSL_ARRAY(gx, s.gx);
+    LWSL_ARRAY(gy, s.gy);
+    LWSL_ARRAY(gz, s.gz);
+    LWSL_ARRAY(nx, s.nx);
+    LWSL_ARRAY(ny, s.ny);
+    LWSL_ARRAY(nz, s.nz);
+    LWSL_ARRAY(control, s.control);
+    LWSL_ARRAY(dr, s.dr);
+    LWSL_ARRAY(dg, s.dg);
+    LWSL_ARRAY(db, s.db);
+    LWSL_ARRAY(ssr, s.ssr);
+    LWSL_ARRAY(ssg, s.ssg);
+    LWSL_ARRAY(ssb, s.ssb);
+    LWSL_FLAGS(flip, s.flip);
+    LWSL_FLAGS(lit, s.lit);
+    std::int32_t* digits = s.digits.data();
+    std::int32_t* byPow = s.byPow.data();
+    std::int32_t allDigits = 0;
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        const float d = t[i];
+        px[i] = ox[i] + d * dx[i];
+        py[i] = oy[i] + d * dy[i];
+        pz[i] = oz[i] + d * dz[i];
+        const float ex = -dx[i], ey = -dy[i], ez = -dz[i];
+        vx[i] = ex;
+        vy[i] = ey;
+        vz[i] = ez;
+
+        float x = nx[i], y = ny[i], z = nz[i];
+        float len = std::sqrt(x * x + y * y + z * z);
+        const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
+        const float face = std::sqrt(gx[i] * gx[i] + gy[i] * gy[i] + gz[i] * gz[i]);
+        x = vanishes ? gx[i] : x;
+        y = vanishes ? gy[i] : y;
+        z = vanishes ? gz[i] : z;
+        const float faceLen = face > 1e-12f ? face : 1.0f;
+        len = vanishes ? faceLen : len;
+        x /= len;
+        y /= len;
+        z /= len;
+        const bool turn = (flip[i] != 0) & (x * ex + y * ey + z * ez < 0);
+        nx[i] = turn ? -x : x;
+        ny[i] = turn ? -y : y;
+        nz[i] = turn ? -z : z;
+
+        // a whole exponent up to 64 is raised by squaring, as specularPower
+        // does; one that is not whole goes to pow, and one of 0 or less
+        // gives 1
+        // (in masks of all bits, which the compiler keeps in vectors)
+        const float power = control[i];
+        const float inRange = (power > 0) & (power <= 64) ? power : 0.5f;
+        const auto whole = static_cast<std::int32_t>(inRange);
+        const std::int32_t isWhole = static_cast<float>(whole) == inRange ? -1 : 0;
+        const std::int32_t bits = whole & isWhole;
+        digits[i] = bits;
+        byPow[i] = (power > 0 ? 1 : 0) & ~isWhole;
+        allDigits |= bits;
+
+        // null illumination shows the plain colour
+        const float start = lit[i] != 0 ? 0.0f : 1.0f;
+        dr[i] = dg[i] = db[i] = start;
+        ssr[i] = ssg[i] = ssb[i] = 0;
+    }
+    s.steps = std::bit_width(static_cast<std::uint32_t>(allDigits));
+}
 
 // The colour: the base colour in the diffuse light, the specular light on
 // top, each channel held to 0 to 1 (0 where it is not a number).
@@ -308,16 +396,9 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
     return directional ? shadowGeometry<true>(s, off, c, e) : shadowGeometry<false>(s, off, c, e);
 }
 
-std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s,
-                            int* surfaceOf) const {
-    const RTCRayNp& ray = hits.ray;
+std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s) const {
+    s.count = count;
     const Corner* corners = scene.corners();
-    LWSL_ARRAY(px, s.px);
-    LWSL_ARRAY(py, s.py);
-    LWSL_ARRAY(pz, s.pz);
-    LWSL_ARRAY(vx, s.vx);
-    LWSL_ARRAY(vy, s.vy);
-    LWSL_ARRAY(vz, s.vz);
     LWSL_ARRAY(gx, s.gx);
     LWSL_ARRAY(gy, s.gy);
     LWSL_ARRAY(gz, s.gz);
@@ -333,111 +414,68 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
     LWSL_ARRAY(control, s.control);
     LWSL_ARRAY(ambient, s.ambient);
     LWSL_ARRAY(alpha, s.alpha);
-    LWSL_ARRAY(dr, s.dr);
-    LWSL_ARRAY(dg, s.dg);
-    LWSL_ARRAY(db, s.db);
-    LWSL_ARRAY(ssr, s.ssr);
-    LWSL_ARRAY(ssg, s.ssg);
-    LWSL_ARRAY(ssb, s.ssb);
     const Batch** batch = s.batch.data();
-    std::int32_t* digits = s.digits.data();
-    std::int32_t* byPow = s.byPow.data();
+    std::int32_t* hit = s.hit.data();
+    std::int32_t* flip = s.flip.data();
     std::int32_t* lit = s.lit.data();
     std::int32_t* phong = s.phong.data();
     std::int32_t* shaded = s.shaded.data();
-    std::uint32_t allDigits = 0;
     std::size_t found = 0;
-    // hit by hit: what the triangle, its corners and its style say
+    // ray by ray, what the triangle, its corners and its style say; the
+    // rest goes in the loop over all of them below
     for (std::size_t k = 0; k < count; ++k) {
         const unsigned prim = hits.hit.primID[k];
         const Batch* on = scene.batchHit(hits.hit.geomID[k], prim);
-        surfaceOf[k] = on ? static_cast<int>(found) : -1;
-        if (!on) continue;
-        const std::size_t i = found++;
+        batch[k] = on;
+        if (!on) {
+            hit[k] = flip[k] = lit[k] = phong[k] = shaded[k] = 0;
+            gx[k] = gy[k] = gz[k] = nx[k] = ny[k] = nz[k] = 0;
+            br[k] = bg[k] = bb[k] = sr[k] = sg[k] = sb[k] = 0;
+            control[k] = ambient[k] = alpha[k] = 0;
+            continue;
+        }
+        ++found;
         const std::uint32_t* t = on->indices.data() + 3 * static_cast<std::size_t>(prim);
         const Corner* first = corners + on->firstCorner;
         const Corner &a = first[t[0]], &b = first[t[1]], &c = first[t[2]];
         const float wb = hits.hit.u[k], wc = hits.hit.v[k], wa = 1 - wb - wc;
-        const float d = ray.tfar[k];
-        px[i] = ray.org_x[k] + d * ray.dir_x[k];
-        py[i] = ray.org_y[k] + d * ray.dir_y[k];
-        pz[i] = ray.org_z[k] + d * ray.dir_z[k];
-        const float ex = -ray.dir_x[k], ey = -ray.dir_y[k], ez = -ray.dir_z[k];
-        vx[i] = ex;
-        vy[i] = ey;
-        vz[i] = ez;
         const TQ3Vector3D& g = on->faceNormals[prim];
-        gx[i] = g.x;
-        gy[i] = g.y;
-        gz[i] = g.z;
-        batch[i] = on;
+        gx[k] = g.x;
+        gy[k] = g.y;
+        gz[k] = g.z;
         const Batch::Look& look = on->look;
-        lit[i] = look.lit;
-        phong[i] = look.phong;
-        shaded[i] = shadows && look.receivesShadows;
-        // null illumination shows the plain colour
-        const float start = look.lit ? 0.0f : 1.0f;
-        dr[i] = dg[i] = db[i] = start;
-        ssr[i] = ssg[i] = ssb[i] = 0;
-
+        hit[k] = 1;
+        flip[k] = look.flip;
+        lit[k] = look.lit;
+        phong[k] = look.phong;
+        shaded[k] = shadows && look.receivesShadows;
         // the attributes: weighted, or those of corner 0 with the face
         // normal where the style is flat
         const Corner m = mixCorners(a, b, c, wa, wb, wc);
         const bool f = look.flat;
-        float x = f ? g.x : m.nx;
-        float y = f ? g.y : m.ny;
-        float z = f ? g.z : m.nz;
+        nx[k] = f ? g.x : m.nx;
+        ny[k] = f ? g.y : m.ny;
+        nz[k] = f ? g.z : m.nz;
         const Corner& plain = f ? a : m;
-        br[i] = plain.dr;
-        bg[i] = plain.dg;
-        bb[i] = plain.db;
-        sr[i] = plain.sr;
-        sg[i] = plain.sg;
-        sb[i] = plain.sb;
-        const float power = plain.control;
-        control[i] = power;
-        ambient[i] = plain.ambient;
+        br[k] = plain.dr;
+        bg[k] = plain.dg;
+        bb[k] = plain.db;
+        sr[k] = plain.sr;
+        sg[k] = plain.sg;
+        sb[k] = plain.sb;
+        control[k] = plain.control;
+        ambient[k] = plain.ambient;
         const float opacity = m.alpha;
-        alpha[i] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
-        // a whole exponent up to 64 is raised by squaring, as specularPower
-        // does; one that is not whole goes to pow, and one of 0 or less
-        // gives 1 (no branch: the exponents of neighbouring hits fall either
-        // side of a whole number)
-        const float inRange = (power > 0) & (power <= 64) ? power : 0.5f;
-        const auto whole = static_cast<std::int32_t>(inRange);
-        const bool isWhole = static_cast<float>(whole) == inRange;
-        digits[i] = isWhole ? whole : 0;
-        byPow[i] = (power > 0) & !isWhole;
-        allDigits |= static_cast<std::uint32_t>(digits[i]);
-
-        // the normal made unit length (the face normal stands in for one
-        // that vanishes) and turned towards the eye where the style asks
-        float len = std::sqrt(x * x + y * y + z * z);
-        const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
-        const float face = std::sqrt(g.x * g.x + g.y * g.y + g.z * g.z);
-        x = vanishes ? g.x : x;
-        y = vanishes ? g.y : y;
-        z = vanishes ? g.z : z;
-        const float faceLen = face > 1e-12f ? face : 1.0f;
-        len = vanishes ? faceLen : len;
-        x /= len;
-        y /= len;
-        z /= len;
-        const bool turn = look.flip && x * ex + y * ey + z * ez < 0;
-        nx[i] = turn ? -x : x;
-        ny[i] = turn ? -y : y;
-        nz[i] = turn ? -z : z;
-
+        alpha[k] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
         if (on->textured) {
             const TQ3ColorARGB tc = q3::sampleTexture(on->texture, m.u, m.v);
-            br[i] = tc.r;
-            bg[i] = tc.g;
-            bb[i] = tc.b;
-            alpha[i] *= clamp01(tc.a);
+            br[k] = tc.r;
+            bg[k] = tc.g;
+            bb[k] = tc.b;
+            alpha[k] *= clamp01(tc.a);
         }
     }
-    s.count = found;
-    s.steps = std::bit_width(allDigits);
+    completeSurfaces(s, hits.ray);
     return found;
 }
 

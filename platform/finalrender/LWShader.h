@@ -21,13 +21,16 @@ struct Shaded {
     float a;       // opacity
 };
 
-// Hit points with their attributes, one array an attribute, and the light
-// that reaches them so far. Arrays only grow.
+// The points where the rays of a stream meet a surface, with their
+// attributes, one array an attribute, and the light that reaches them so
+// far: element k is ray k's, and the rays that meet nothing have hit 0 and
+// are neither lit nor shadowed. Arrays only grow.
 struct Surfaces {
     void resize(std::size_t n, std::size_t lights);
     std::size_t size() const { return count; }
 
     std::size_t count = 0;
+    std::vector<std::int32_t> hit;         // the ray met a surface
     std::vector<float> px, py, pz;         // the point
     std::vector<float> nx, ny, nz;         // unit normal, facing as the style says
     std::vector<float> vx, vy, vz;         // towards the eye
@@ -43,6 +46,7 @@ struct Surfaces {
     // marked for pow. steps: digits of the largest.
     std::vector<std::int32_t> digits, byPow;
     int steps = 0;
+    std::vector<std::int32_t> flip;    // the normal turns towards the eye
     std::vector<std::int32_t> lit;     // not null illumination
     std::vector<std::int32_t> phong;   // Phong illumination
     std::vector<std::int32_t> shaded;  // receives shadows
@@ -71,11 +75,10 @@ class Shader {
   public:
     Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows);
 
-    // The first surface of each ray of a stream that Scene::nearestStream
-    // traced: surfaceOf[k] is its point in s, or -1 when ray k missed. s
-    // holds room for count points; its size becomes the number of points.
-    std::size_t prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s,
-                        int* surfaceOf) const;
+    // The first surface of each of the count rays of a stream that
+    // Scene::nearestStream traced, into s, which holds room for them.
+    // Returns the number of rays that met one.
+    std::size_t prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s) const;
     // How light li reaches each point, in its part of s.reach: 1 with no ray
     // to trace, 0 when it cannot (it is behind the surface), or -1 with a
     // shadow ray in its part of the shadow stream; the other rays of that

@@ -308,7 +308,6 @@ class Picture {
         Rays rays; // of each sample
         CameraStream stream;
         Surfaces surfaces;
-        std::vector<int> surfaceOf; // of each ray, or -1
         // a ray on behind a see-through surface
         Rays oneRay;
         CameraStream oneStream;
@@ -339,8 +338,7 @@ class Picture {
             if (tap) tap->cameraRays(worker, rh, 1);
             scene.nearestStream(rh, 1);
             w.one.resize(1, shader.lightCount());
-            int found;
-            if (shader.prepare(rh, 1, w.one, &found) == 0) break;
+            if (shader.prepare(rh, 1, w.one) == 0) break;
             const Shaded s = shader.shade(w.one, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
@@ -446,8 +444,7 @@ class Picture {
         // the first surface of every ray, and the shadow rays they need
         Surfaces& surfaces = w.surfaces;
         surfaces.resize(most, nl);
-        int* surfaceOf = room(w.surfaceOf, most);
-        const std::size_t found = shader.prepare(hits, most, surfaces, surfaceOf);
+        shader.prepare(hits, most, surfaces);
         // shadow rays light by light, so that rays that run side by side are
         // traced together
         std::size_t rayCount = 0;
@@ -455,23 +452,22 @@ class Picture {
             rayCount += shader.shadowRays(surfaces, li);
         if (rayCount != 0) {
             const RTCRayNp shadow = surfaces.shadowStream();
-            const auto shadowSize = static_cast<unsigned>(found * nl);
+            const auto shadowSize = static_cast<unsigned>(most * nl);
             if (tap) tap->shadowRays(worker, shadow, shadowSize);
             scene.transmissionStream(shadow, shadowSize, surfaces.reach.data());
         }
         counts.shadow += rayCount;
         for (std::size_t li = 0; li < nl; ++li)
-            shader.light(surfaces, li, surfaces.reach.data() + li * found);
+            shader.light(surfaces, li, surfaces.reach.data() + li * most);
         shader.finish(surfaces);
 
         for (std::size_t k = 0; k < most; ++k) {
             const long p = samples[k].pixel;
             const Premultiplied& back = w.background[p];
             Premultiplied c = back;
-            if (surfaceOf[k] >= 0) {
-                const auto si = static_cast<std::size_t>(surfaceOf[k]);
-                const float a0 = surfaces.fa[si];
-                float r = a0 * surfaces.fr[si], g = a0 * surfaces.fg[si], b = a0 * surfaces.fb[si],
+            if (surfaces.hit[k]) {
+                const float a0 = surfaces.fa[k];
+                float r = a0 * surfaces.fr[k], g = a0 * surfaces.fg[k], b = a0 * surfaces.fb[k],
                       a = a0;
                 if (a < 0.999f) {
                     const float t = stream.t[k];
