@@ -23,14 +23,16 @@ constexpr int kMaxLayers = 32; // see-through surfaces followed along one ray
 constexpr float kDisagreement = 0.03f;
 constexpr auto kReportEvery = std::chrono::milliseconds(100);
 
-struct Premultiplied {
-    float r, g, b, a;
-};
+// A premultiplied colour, red, green, blue and alpha, all four worked on at
+// once.
+using Premultiplied = float __attribute__((vector_size(16)));
+constexpr int R = 0, G = 1, B = 2, A = 3;
 
 Premultiplied unpack(std::uint32_t p) {
     constexpr float k = 1.0f / 255.0f;
-    return {static_cast<float>((p >> 16) & 255) * k, static_cast<float>((p >> 8) & 255) * k,
-            static_cast<float>(p & 255) * k, static_cast<float>(p >> 24) * k};
+    return Premultiplied{static_cast<float>((p >> 16) & 255), static_cast<float>((p >> 8) & 255),
+                         static_cast<float>(p & 255), static_cast<float>(p >> 24)} *
+           k;
 }
 
 std::uint32_t pack(const Premultiplied& c) {
@@ -38,10 +40,18 @@ std::uint32_t pack(const Premultiplied& c) {
         if (!(v > 0)) return 0u; // NaN too
         return static_cast<std::uint32_t>(std::min(v, 1.0f) * 255.0f + 0.5f);
     };
-    const std::uint32_t a = q(c.a);
+    const std::uint32_t a = q(c[A]);
     // premultiplied colour never exceeds its alpha, rounding included
-    return (a << 24) | (std::min(q(c.r), a) << 16) | (std::min(q(c.g), a) << 8) |
-           std::min(q(c.b), a);
+    return (a << 24) | (std::min(q(c[R]), a) << 16) | (std::min(q(c[G]), a) << 8) |
+           std::min(q(c[B]), a);
+}
+
+// Channel by channel, the lower and the higher of two colours.
+Premultiplied lower(const Premultiplied& x, const Premultiplied& y) {
+    return y < x ? y : x;
+}
+Premultiplied higher(const Premultiplied& x, const Premultiplied& y) {
+    return x < y ? y : x;
 }
 
 // A fixed jitter for each pixel and sample, so that a picture renders the same
@@ -174,8 +184,9 @@ class Picture {
         };
         // through the same 8-bit step as a cleared pixmap, so that empty
         // pixels hold exactly the clear colour
-        clearWord = pack({channel(dc.clearImageColor.r), channel(dc.clearImageColor.g),
-                          channel(dc.clearImageColor.b), ca});
+        clearWord = pack(Premultiplied{channel(dc.clearImageColor.r),
+                                       channel(dc.clearImageColor.g),
+                                       channel(dc.clearImageColor.b), ca});
         writeAlpha = pm.pixelType == kQ3PixelTypeARGB32;
         tiles.plan(scene, haveRays ? &camera : nullptr, x0, y0, x1, y1, dx, dy);
         return true;
@@ -352,28 +363,26 @@ class Picture {
 
     Premultiplied over(float r, float g, float b, float a, const Premultiplied& bg) const {
         const float rest = 1 - a;
-        if (options.transparencyAffectsAlpha)
-            return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, a + rest * bg.a};
+        Premultiplied c = Premultiplied{r, g, b, a} + rest * bg;
         // coverage alone: a surface makes the sample opaque, and what is
         // behind a see-through surface is the background's colour
-        return {r + rest * bg.r, g + rest * bg.g, b + rest * bg.b, 1.0f};
+        if (!options.transparencyAffectsAlpha) c[A] = 1.0f;
+        return c;
     }
 
     // Adds a sample's colour to its pixel, and to the spread of the pixel's
     // samples that tells whether it wants more.
     void add(RunBuffers& w, long i, const Premultiplied& c) const {
-        Premultiplied& sum = w.sums[i];
-        sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b, sum.a + c.a};
+        w.sums[i] += c;
         ++w.taken[i];
         if (!pattern.refines()) return;
-        Premultiplied &lo = w.lo[i], &hi = w.hi[i];
-        lo = {std::min(lo.r, c.r), std::min(lo.g, c.g), std::min(lo.b, c.b), std::min(lo.a, c.a)};
-        hi = {std::max(hi.r, c.r), std::max(hi.g, c.g), std::max(hi.b, c.b), std::max(hi.a, c.a)};
+        w.lo[i] = lower(w.lo[i], c);
+        w.hi[i] = higher(w.hi[i], c);
     }
 
     bool disagree(const RunBuffers& w, long i) const {
-        const Premultiplied &lo = w.lo[i], &hi = w.hi[i];
-        return std::max({hi.r - lo.r, hi.g - lo.g, hi.b - lo.b, hi.a - lo.a}) > kDisagreement;
+        const Premultiplied d = w.hi[i] - w.lo[i];
+        return std::max({d[R], d[G], d[B], d[A]}) > kDisagreement;
     }
 
     void run(long y, long xa, long xb, unsigned worker, RunBuffers& w,
@@ -402,10 +411,8 @@ class Picture {
             if (!w.samples.empty()) traceSamples(y, xa, worker, w, counts);
         }
         for (std::size_t i = 0; i < count; ++i) {
-            const Premultiplied& sum = w.sums[i];
             const float scale = 1.0f / static_cast<float>(w.taken[i]);
-            *at(xa + static_cast<long>(i), y) =
-                word({sum.r * scale, sum.g * scale, sum.b * scale, sum.a * scale});
+            *at(xa + static_cast<long>(i), y) = word(w.sums[i] * scale);
         }
     }
 
