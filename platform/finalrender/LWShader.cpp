@@ -60,7 +60,7 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
     grow(lit, n);
     grow(phong, n);
     grow(shaded, n);
-    grow(later, n);
+    grow(byPowList, n);
     grow(shines, n);
     count = n;
 }
@@ -272,10 +272,9 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
     return count;
 }
 
-// What a point or directional light gives each point; the specular powers
-// that are not whole numbers are left to the caller, marked in s.later.
+// What a point or directional light gives each point.
 template <bool Directional, int Attenuation>
-LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const float* reach) {
+LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const float* reach) {
     const std::size_t n = s.count;
     LWSL_ARRAY(nx, s.nx);
     LWSL_ARRAY(ny, s.ny);
@@ -299,7 +298,6 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
     const float* ld = s.ld.data() + off;
     LWSL_FLAGS(lit, s.lit);
     LWSL_FLAGS(phong, s.phong);
-    std::int32_t* later = s.later.data();
     const float cr = l.color.r, cg = l.color.g, cb = l.color.b, brightness = l.brightness;
     const float cx = -l.direction.x, cy = -l.direction.y, cz = -l.direction.z;
     // the diffuse part, and what the specular part needs
@@ -347,30 +345,26 @@ LWSL_WIDE bool addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
             square[i] = b * b;
         }
     }
-    std::int32_t anyLater = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const bool shine = shines[i] != 0;
-        const bool waits = shine & (byPow[i] != 0);
-        later[i] = waits ? 1 : 0;
-        anyLater += waits ? 1 : 0;
         const float r = reach[i], p = st[i] * power[i];
-        const bool now = shine & !waits;
+        const bool now = (shines[i] != 0) & (byPow[i] == 0);
         // every load outside the selections, which leaves no branch
         const float Sr = r * (p * cr * sr[i]), Sg = r * (p * cg * sg[i]), Sb = r * (p * cb * sb[i]);
         ssr[i] += now ? Sr : 0.0f;
         ssg[i] += now ? Sg : 0.0f;
         ssb[i] += now ? Sb : 0.0f;
     }
-    if (anyLater == 0) return false;
-    for (std::size_t i = 0; i < n; ++i) {
-        if (!later[i]) continue;
+    // the exponents that are not whole, through pow
+    const std::uint32_t* list = s.byPowList.data();
+    for (std::size_t j = 0; j < s.byPowCount; ++j) {
+        const std::uint32_t i = list[j];
+        if (!shines[i]) continue;
         const float p = st[i] * q3::specularPower(rv[i], control[i]);
         ssr[i] += reach[i] * (p * cr * sr[i]);
         ssg[i] += reach[i] * (p * cg * sg[i]);
         ssb[i] += reach[i] * (p * cb * sb[i]);
     }
-    return true;
 }
 
 
@@ -476,6 +470,15 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
         }
     }
     completeSurfaces(s, hits.ray);
+    // the points whose exponents go to pow, listed with no branch: they lie
+    // either side of those that do not
+    std::uint32_t* list = s.byPowList.data();
+    std::size_t listed = 0;
+    for (std::size_t k = 0; k < count; ++k) {
+        list[listed] = static_cast<std::uint32_t>(k);
+        listed += static_cast<std::size_t>(s.byPow[k]);
+    }
+    s.byPowCount = listed;
     return found;
 }
 

@@ -46,6 +46,8 @@ struct Surfaces {
     // marked for pow. steps: digits of the largest.
     std::vector<std::int32_t> digits, byPow;
     int steps = 0;
+    std::vector<std::uint32_t> byPowList; // the points with byPow, byPowCount of them
+    std::size_t byPowCount = 0;
     std::vector<std::int32_t> flip;    // the normal turns towards the eye
     std::vector<std::int32_t> lit;     // not null illumination
     std::vector<std::int32_t> phong;   // Phong illumination
@@ -62,10 +64,9 @@ struct Surfaces {
     StreamConstants constants;
     std::vector<float> reach;
     // Scratch of one light: the cosine of the highlight, its squares and its
-    // power, the light's strength, whether it shines and whether its power
-    // is left to pow.
+    // power, the light's strength and whether it shines.
     std::vector<float> rv, square, power, strength;
-    std::vector<std::int32_t> shines, later;
+    std::vector<std::int32_t> shines;
 
     // The shadow rays of every light, light by light.
     RTCRayNp shadowStream();
