@@ -77,33 +77,41 @@ float jitter(std::uint32_t x, std::uint32_t y, std::uint32_t s) {
 class SamplePattern {
   public:
     SamplePattern(unsigned perSide, bool adaptive)
-        : n(std::clamp(perSide, 1u, 8u)), refine(adaptive && n > 1), m(refine ? 2 * n : n) {}
+        : n(std::clamp(perSide, 1u, 8u)), refine(adaptive && n > 1), m(refine ? 2 * n : n) {
+        // the cells in the order they are traced, and where each lies, made
+        // once: a pixel's samples then cost no division
+        for (unsigned k = 0; k < n * n; ++k)
+            first.push_back(refine ? (2 * (k / n) + ((k % n) & 1)) * m + 2 * (k % n) + 1 -
+                                         ((k / n) & 1)
+                                   : k);
+        for (unsigned cell = 0; cell < m * m; ++cell) {
+            const unsigned cx = cell % m, cy = cell / m, i = cx / 2, j = cy / 2;
+            column.push_back(cx);
+            row.push_back(cy);
+            const bool isFirst = !refine || (cx % 2 == 1 - (j & 1) && cy % 2 == (i & 1));
+            if (!isFirst) rest.push_back(cell);
+            const auto fine = static_cast<float>(m * m);
+            fixedX.push_back((static_cast<float>(m * cx + cy) + 0.5f) / fine);
+            fixedY.push_back((static_cast<float>(m * cy + cx) + 0.5f) / fine);
+        }
+    }
 
-    unsigned firstCount() const { return n * n; }
     bool refines() const { return refine; }
-    // The cell of the k-th first sample, in the grid of m a side.
-    unsigned firstCell(unsigned k) const {
-        if (!refine) return k;
-        const unsigned i = k % n, j = k / n;
-        return (2 * j + (i & 1)) * m + 2 * i + 1 - (j & 1);
-    }
-    bool isFirst(unsigned cell) const {
-        const unsigned fx = cell % m, fy = cell / m, i = fx / 2, j = fy / 2;
-        return !refine || (fx % 2 == 1 - (j & 1) && fy % 2 == (i & 1));
-    }
-    unsigned cells() const { return m * m; }
+    // The cells of a pixel's first samples, and of the samples it gets when
+    // they disagree.
+    const std::vector<unsigned>& firstCells() const { return first; }
+    const std::vector<unsigned>& restCells() const { return rest; }
     // The place of a cell's sample in pixel (x, y), 0 to 1 each way.
     void place(unsigned cell, std::uint32_t x, std::uint32_t y, float& jx, float& jy) const {
-        const unsigned cx = cell % m, cy = cell / m;
         if (refine) {
-            const auto fine = static_cast<float>(m * m);
-            jx = (static_cast<float>(m * cx + cy) + 0.5f) / fine;
-            jy = (static_cast<float>(m * cy + cx) + 0.5f) / fine;
+            jx = fixedX[cell];
+            jy = fixedY[cell];
         } else if (m == 1) {
             jx = jy = 0.5f;
         } else {
-            jx = (static_cast<float>(cx) + jitter(x, y, 2 * cell)) / static_cast<float>(m);
-            jy = (static_cast<float>(cy) + jitter(x, y, 2 * cell + 1)) / static_cast<float>(m);
+            const auto cells = static_cast<float>(m);
+            jx = (static_cast<float>(column[cell]) + jitter(x, y, 2 * cell)) / cells;
+            jy = (static_cast<float>(row[cell]) + jitter(x, y, 2 * cell + 1)) / cells;
         }
     }
 
@@ -111,6 +119,8 @@ class SamplePattern {
     unsigned n;
     bool refine;
     unsigned m;
+    std::vector<unsigned> first, rest, column, row;
+    std::vector<float> fixedX, fixedY; // of the adaptive pattern
 };
 
 // Camera rays as an Embree stream: the rays themselves come from the camera
@@ -393,20 +403,23 @@ class Picture {
         w.lo.assign(count, Premultiplied{2, 2, 2, 2});
         w.hi.assign(count, Premultiplied{-1, -1, -1, -1});
         w.background.resize(count);
-        w.samples.clear();
+        const std::vector<unsigned>& first = pattern.firstCells();
+        w.samples.resize(count * first.size());
+        Sample* next = w.samples.data();
         for (std::size_t i = 0; i < count; ++i) {
             w.background[i] = background(*at(xa + static_cast<long>(i), y));
-            for (unsigned k = 0; k < pattern.firstCount(); ++k)
-                w.samples.push_back({static_cast<long>(i), pattern.firstCell(k)});
+            for (unsigned cell : first)
+                *next++ = {static_cast<long>(i), cell};
         }
         traceSamples(y, xa, worker, w, counts);
         if (pattern.refines()) {
             w.samples.clear();
+            const std::vector<unsigned>& rest = pattern.restCells();
             for (std::size_t i = 0; i < count; ++i) {
                 if (!disagree(w, static_cast<long>(i))) continue;
                 ++counts.refined;
-                for (unsigned cell = 0; cell < pattern.cells(); ++cell)
-                    if (!pattern.isFirst(cell)) w.samples.push_back({static_cast<long>(i), cell});
+                for (unsigned cell : rest)
+                    w.samples.push_back({static_cast<long>(i), cell});
             }
             if (!w.samples.empty()) traceSamples(y, xa, worker, w, counts);
         }
