@@ -272,6 +272,25 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
     return count;
 }
 
+// What an ambient light gives each point.
+LWSL_WIDE void addAmbient(Surfaces& s, const TQ3XLight& l, const float* reach) {
+    const std::size_t n = s.count;
+    LWSL_ARRAY(ambient, s.ambient);
+    LWSL_ARRAY(dr, s.dr);
+    LWSL_ARRAY(dg, s.dg);
+    LWSL_ARRAY(db, s.db);
+    LWSL_FLAGS(lit, s.lit);
+    const float cr = l.color.r, cg = l.color.g, cb = l.color.b, brightness = l.brightness;
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        const float r = reach[i], k = brightness * ambient[i];
+        const bool on = (lit[i] != 0) & (r > 0);
+        dr[i] += on ? r * (k * cr) : 0.0f;
+        dg[i] += on ? r * (k * cg) : 0.0f;
+        db[i] += on ? r * (k * cb) : 0.0f;
+    }
+}
+
 // What a point or directional light gives each point.
 template <bool Directional, int Attenuation>
 LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const float* reach) {
@@ -488,15 +507,8 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
 void Shader::light(Surfaces& s, std::size_t li, const float* reach) const {
     const TQ3XLight& l = lights[li];
     const std::size_t n = s.count;
-    const float cr = l.color.r, cg = l.color.g, cb = l.color.b;
     if (l.type == kQ3LightTypeAmbient) {
-        for (std::size_t i = 0; i < n; ++i) {
-            if (!s.lit[i] || !(reach[i] > 0)) continue;
-            const float k = l.brightness * s.ambient[i];
-            s.dr[i] += reach[i] * (k * cr);
-            s.dg[i] += reach[i] * (k * cg);
-            s.db[i] += reach[i] * (k * cb);
-        }
+        addAmbient(s, l, reach);
         return;
     }
     if (!pointLike[li]) {
