@@ -199,9 +199,8 @@ LWSL_WIDE void finishColours(Surfaces& s) {
     }
 }
 
-// Light li's part of the shadow rays: start, end and reach of each point.
 // The unit direction from each point to point p and the distance, for the
-// shadow rays and the lighting both.
+// lighting of a light that casts no shadows.
 LWSL_WIDE void towardsPoint(Surfaces& s, std::size_t off, const TQ3Point3D& p) {
     const std::size_t n = s.count;
     const float ax = p.x, ay = p.y, az = p.z;
@@ -223,6 +222,9 @@ LWSL_WIDE void towardsPoint(Surfaces& s, std::size_t off, const TQ3Point3D& p) {
     }
 }
 
+// Light li's part of the shadow rays: start, end and reach of each point.
+// A directional light shines along c; a point light stands at c, and the
+// unit direction to it and the distance go to s for the lighting too.
 template <bool Directional>
 LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c[3], float e) {
     const std::size_t n = s.count;
@@ -244,14 +246,17 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
     float* lx = s.lx.data() + off;
     float* ly = s.ly.data() + off;
     float* lz = s.lz.data() + off;
-    const float* ld = s.ld.data() + off;
+    float* ld = s.ld.data() + off;
     LWSL_FLAGS(shaded, s.shaded);
     const float inf = std::numeric_limits<float>::infinity();
+    const float ax = c[0], ay = c[1], az = c[2];
     std::size_t count = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const float dx = Directional ? c[0] : lx[i], dy = Directional ? c[1] : ly[i],
-                    dz = Directional ? c[2] : lz[i], d = Directional ? inf : ld[i];
+        const float x = ax - px[i], y = ay - py[i], z = az - pz[i];
+        const float to = std::sqrt(x * x + y * y + z * z);
+        const float dx = Directional ? ax : x / to, dy = Directional ? ay : y / to,
+                    dz = Directional ? az : z / to, d = Directional ? inf : to;
         const bool reaches = Directional || ((d > 0) & (std::fabs(d) <= kFloatMax));
         const bool faces = nx[i] * dx + ny[i] * dy + nz[i] * dz > 0;
         const float side = gx[i] * dx + gy[i] * dy + gz[i] * dz >= 0 ? 1.0f : -1.0f;
@@ -259,11 +264,10 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
         ox[i] = px[i] + side * e * gx[i];
         oy[i] = py[i] + side * e * gy[i];
         oz[i] = pz[i] + side * e * gz[i];
-        if (Directional) {
-            lx[i] = dx;
-            ly[i] = dy;
-            lz[i] = dz;
-        }
+        lx[i] = dx;
+        ly[i] = dy;
+        lz[i] = dz;
+        if (!Directional) ld[i] = d;
         tnear[i] = ray ? e : kLeftOut;
         far[i] = ray ? (Directional ? inf : d * (1 - 1e-4f)) : 0.0f;
         reach[i] = (shaded[i] == 0) | !reaches ? 1.0f : faces ? -1.0f : 0.0f;
@@ -393,20 +397,20 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
     const TQ3XLight& l = lights[li];
     const std::size_t n = s.count, off = li * n;
     const bool directional = l.type == kQ3LightTypeDirectional;
-    if (l.type != kQ3LightTypeAmbient && !directional) {
-        // the unit direction to the light and its distance, for the rays and
-        // the lighting both
-        towardsPoint(s, off, l.location);
-    }
     if (!l.castsShadows || l.type == kQ3LightTypeAmbient) {
+        if (l.type != kQ3LightTypeAmbient && !directional) towardsPoint(s, off, l.location);
         std::fill_n(s.reach.begin() + static_cast<std::ptrdiff_t>(off), n, 1.0f);
         std::fill_n(s.tnear.begin() + static_cast<std::ptrdiff_t>(off), n, kLeftOut);
         std::fill_n(s.far.begin() + static_cast<std::ptrdiff_t>(off), n, 0.0f);
         return 0;
     }
     const float e = scene.epsilon();
-    const float c[3] = {-l.direction.x, -l.direction.y, -l.direction.z};
-    return directional ? shadowGeometry<true>(s, off, c, e) : shadowGeometry<false>(s, off, c, e);
+    if (directional) {
+        const float c[3] = {-l.direction.x, -l.direction.y, -l.direction.z};
+        return shadowGeometry<true>(s, off, c, e);
+    }
+    const float c[3] = {l.location.x, l.location.y, l.location.z};
+    return shadowGeometry<false>(s, off, c, e);
 }
 
 std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s) const {
