@@ -380,16 +380,6 @@ class Picture {
         return c;
     }
 
-    // Adds a sample's colour to its pixel, and to the spread of the pixel's
-    // samples that tells whether it wants more.
-    void add(RunBuffers& w, long i, const Premultiplied& c) const {
-        w.sums[i] += c;
-        ++w.taken[i];
-        if (!pattern.refines()) return;
-        w.lo[i] = lower(w.lo[i], c);
-        w.hi[i] = higher(w.hi[i], c);
-    }
-
     bool disagree(const RunBuffers& w, long i) const {
         const Premultiplied d = w.hi[i] - w.lo[i];
         return std::max({d[R], d[G], d[B], d[A]}) > kDisagreement;
@@ -481,22 +471,35 @@ class Picture {
             shader.light(surfaces, li, surfaces.reach.data() + li * most);
         shader.finish(surfaces);
 
-        for (std::size_t k = 0; k < most; ++k) {
+        // the colour of each sample, added to its pixel and to the spread of
+        // the pixel's samples that tells whether it wants more; a pixel's
+        // samples follow one another
+        for (std::size_t k = 0; k < most;) {
             const long p = samples[k].pixel;
-            const Premultiplied& back = w.background[p];
-            Premultiplied c = back;
-            if (surfaces.hit[k]) {
-                const float a0 = surfaces.fa[k];
-                float r = a0 * surfaces.fr[k], g = a0 * surfaces.fg[k], b = a0 * surfaces.fb[k],
-                      a = a0;
-                if (a < 0.999f) {
-                    const float t = stream.t[k];
-                    continueRay(rays, k, t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
-                                worker, w, counts);
+            const Premultiplied back = w.background[p];
+            Premultiplied sum = w.sums[p], lo = w.lo[p], hi = w.hi[p];
+            unsigned taken = 0;
+            for (; k < most && samples[k].pixel == p; ++k, ++taken) {
+                Premultiplied c = back;
+                if (surfaces.hit[k]) {
+                    const float a0 = surfaces.fa[k];
+                    float r = a0 * surfaces.fr[k], g = a0 * surfaces.fg[k],
+                          b = a0 * surfaces.fb[k], a = a0;
+                    if (a < 0.999f) {
+                        const float t = stream.t[k];
+                        continueRay(rays, k, t + std::max(scene.epsilon(), t * 1e-6f), r, g, b,
+                                    a, worker, w, counts);
+                    }
+                    c = over(r, g, b, a, back);
                 }
-                c = over(r, g, b, a, back);
+                sum += c;
+                lo = lower(lo, c);
+                hi = higher(hi, c);
             }
-            add(w, p, c);
+            w.sums[p] = sum;
+            w.lo[p] = lo;
+            w.hi[p] = hi;
+            w.taken[p] += taken;
         }
     }
 
