@@ -262,8 +262,9 @@ class SameRays : public lwsl::RayTap {
         RTCHitNp fresh(unsigned n) {
             std::vector<float> zero(n, 0.0f);
             std::vector<unsigned> none(n, RTC_INVALID_GEOMETRY_ID);
-            return {nx.copy(zero.data(), n),   ny.copy(zero.data(), n),   nz.copy(zero.data(), n),
-                    u.copy(zero.data(), n),    v.copy(zero.data(), n),    prim.copy(none.data(), n),
+            return {nx.copy(zero.data(), n),   ny.copy(zero.data(), n),
+                    nz.copy(zero.data(), n),   u.copy(zero.data(), n),
+                    v.copy(zero.data(), n),    prim.copy(none.data(), n),
                     geom.copy(none.data(), n), {inst.copy(none.data(), n)}};
         }
     };
@@ -274,10 +275,10 @@ class SameRays : public lwsl::RayTap {
         std::uint64_t rays = 0;
         double seconds = 0;
         RTCRayNp copyRays(const RTCRayNp& r, unsigned n) {
-            return {ox.copy(r.org_x, n),   oy.copy(r.org_y, n), oz.copy(r.org_z, n),
-                    tnear.copy(r.tnear, n), dx.copy(r.dir_x, n), dy.copy(r.dir_y, n),
-                    dz.copy(r.dir_z, n),   time.copy(r.time, n), tfar.copy(r.tfar, n),
-                    mask.copy(r.mask, n),  id.copy(r.id, n),    flags.copy(r.flags, n)};
+            return {ox.copy(r.org_x, n),    oy.copy(r.org_y, n),  oz.copy(r.org_z, n),
+                    tnear.copy(r.tnear, n), dx.copy(r.dir_x, n),  dy.copy(r.dir_y, n),
+                    dz.copy(r.dir_z, n),    time.copy(r.time, n), tfar.copy(r.tfar, n),
+                    mask.copy(r.mask, n),   id.copy(r.id, n),     flags.copy(r.flags, n)};
         }
     };
     RTCScene scene = nullptr;

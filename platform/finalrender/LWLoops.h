@@ -19,10 +19,3 @@
 #else
 #define LWSL_WIDE
 #endif
-// A loop that reads through indices stays one element at a time: on the
-// processors we measured, vector gathers were slower than plain loads.
-#if defined(__GNUC__) && !defined(__clang__)
-#define LWSL_ONE_AT_A_TIME __attribute__((optimize("no-tree-vectorize")))
-#else
-#define LWSL_ONE_AT_A_TIME
-#endif

@@ -202,22 +202,6 @@ bool Scene::build(std::string& error) {
     return true;
 }
 
-bool Scene::hitOf(const RTCRayHit& rh, Hit& hit) const {
-    const Batch* found = batchHit(rh);
-    if (!found) return false;
-    const Batch& b = *found;
-    hit.batch = rh.hit.geomID;
-    hit.triangle = rh.hit.primID;
-    hit.u = rh.hit.u;
-    hit.v = rh.hit.v;
-    hit.t = rh.ray.tfar;
-    const TQ3Vector3D& n = b.faceNormals[rh.hit.primID];
-    hit.ng[0] = n.x;
-    hit.ng[1] = n.y;
-    hit.ng[2] = n.z;
-    return true;
-}
-
 bool Scene::nearest(const float org[3], const float dir[3], float tnear, float tfar,
                     Hit& hit) const {
     RTCRayHit rh;
@@ -233,8 +217,24 @@ bool Scene::nearest(const float org[3], const float dir[3], float tnear, float t
     rh.ray.mask = 0xFFFFFFFFu;
     rh.ray.id = 0;
     rh.ray.flags = 0;
-    nearestMany(&rh, 1);
-    return hitOf(rh, hit);
+    rh.hit.geomID = rh.hit.primID = rh.hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
+    if (scene) {
+        RTCIntersectContext ctx;
+        rtcInitIntersectContext(&ctx);
+        rtcIntersect1(scene, &ctx, &rh);
+    }
+    const Batch* found = batchHit(rh.hit.geomID, rh.hit.primID);
+    if (!found) return false;
+    hit.batch = rh.hit.geomID;
+    hit.triangle = rh.hit.primID;
+    hit.u = rh.hit.u;
+    hit.v = rh.hit.v;
+    hit.t = rh.ray.tfar;
+    const TQ3Vector3D& n = found->faceNormals[rh.hit.primID];
+    hit.ng[0] = n.x;
+    hit.ng[1] = n.y;
+    hit.ng[2] = n.z;
+    return true;
 }
 
 void StreamConstants::resize(std::size_t n) {
@@ -280,62 +280,6 @@ void Scene::transmissionStream(const RTCRayNp& rays, unsigned count, float* out)
     for (unsigned i = 0; i < count; ++i) {
         const bool blocked = !(tfar[i] >= 0) | !(out[i] > kBlocked);
         out[i] = (tnear[i] != kLeftOut) & blocked ? 0.0f : out[i];
-    }
-}
-
-void Scene::nearestMany(RTCRayHit* rays, unsigned count) const {
-    for (unsigned i = 0; i < count; ++i) {
-        rays[i].hit.geomID = RTC_INVALID_GEOMETRY_ID;
-        rays[i].hit.primID = RTC_INVALID_GEOMETRY_ID;
-        rays[i].hit.instID[0] = RTC_INVALID_GEOMETRY_ID;
-    }
-    if (!scene || count == 0) return;
-    RTCIntersectContext ctx;
-    rtcInitIntersectContext(&ctx);
-    if (count > 1) {
-        ctx.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
-        rtcIntersect1M(scene, &ctx, rays, count, sizeof(RTCRayHit));
-    } else {
-        rtcIntersect1(scene, &ctx, rays);
-    }
-}
-
-float Scene::transmission(const float org[3], const float dir[3], float tnear, float tfar) const {
-    RTCRay r;
-    r.org_x = org[0];
-    r.org_y = org[1];
-    r.org_z = org[2];
-    r.dir_x = dir[0];
-    r.dir_y = dir[1];
-    r.dir_z = dir[2];
-    r.tnear = tnear;
-    r.tfar = tfar;
-    r.time = 0;
-    r.mask = 0xFFFFFFFFu;
-    r.flags = 0;
-    r.id = 0;
-    float out = 1;
-    transmissionMany(&r, 1, &out);
-    return out;
-}
-
-void Scene::transmissionMany(RTCRay* rays, unsigned count, float* out) const {
-    for (unsigned i = 0; i < count; ++i)
-        out[rays[i].id] = 1;
-    if (!scene || count == 0) return;
-    ShadowContext ctx;
-    rtcInitIntersectContext(&ctx.base);
-    ctx.transmission = out;
-    if (count > 1) {
-        ctx.base.flags = RTC_INTERSECT_CONTEXT_FLAG_COHERENT;
-        rtcOccluded1M(scene, &ctx.base, rays, count, sizeof(RTCRay));
-    } else {
-        rtcOccluded1(scene, &ctx.base, rays);
-    }
-    for (unsigned i = 0; i < count; ++i) {
-        float& left = out[rays[i].id];
-        // Embree marks an occluded ray with tfar = -inf
-        if (!(rays[i].tfar >= 0) || !(left > kBlocked)) left = 0;
     }
 }
 

@@ -87,32 +87,21 @@ class Scene {
 
     // The nearest hit along the ray in [tnear, tfar].
     bool nearest(const float org[3], const float dir[3], float tnear, float tfar, Hit& hit) const;
-    // The part of the light that gets through between tnear and tfar: 0 when
-    // an opaque surface is in the way.
-    float transmission(const float org[3], const float dir[3], float tnear, float tfar) const;
 
-    // The same for many rays at once, which Embree traces faster when they
-    // run side by side (neighbouring samples of a row). A ray with tnear >
-    // tfar is left alone and misses. hitOf reads one answer of nearestMany.
-    void nearestMany(RTCRayHit* rays, unsigned count) const;
-    bool hitOf(const RTCRayHit& ray, Hit& hit) const;
-    // The batch an answer of nearestMany hit, or null when it missed.
-    const Batch* batchHit(const RTCRayHit& ray) const {
-        return batchHit(ray.hit.geomID, ray.hit.primID);
-    }
+    // The same for a stream of rays held one array a part, which Embree
+    // traces faster when they run side by side (neighbouring samples of a
+    // row); and the part of the light that gets through along each ray of
+    // a stream, 0 when an opaque surface is in the way, into out by the
+    // ray's id, which is its place in the stream. Rays left out (kLeftOut)
+    // miss, and their places in out are left alone.
+    void nearestStream(const RTCRayHitNp& rays, unsigned count) const;
+    void transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const;
+    // The batch an answer of nearestStream hit, or null when it missed.
     const Batch* batchHit(unsigned geomID, unsigned primID) const {
         if (geomID >= batches.size()) return nullptr; // a miss too
         const Batch& b = batches[geomID];
         return primID < b.faceNormals.size() ? &b : nullptr;
     }
-    // out[rays[i].id] gets the transmission along rays[i].
-    void transmissionMany(RTCRay* rays, unsigned count, float* out) const;
-
-    // The same for streams of rays held one array a part, whose ids are
-    // their places in the stream. Rays left out (kLeftOut) miss, and their
-    // places in out are left alone.
-    void nearestStream(const RTCRayHitNp& rays, unsigned count) const;
-    void transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const;
 
     const Batch& batch(std::uint32_t i) const { return batches[i]; }
     std::size_t batchCount() const { return batches.size(); }

@@ -16,8 +16,7 @@ namespace {
 
 // The weighted sum of three corners, every attribute a * wa + b * wb + c *
 // wc, four attributes at a time.
-Corner mixCorners(const Corner& a, const Corner& b, const Corner& c, float wa, float wb,
-                  float wc) {
+Corner mixCorners(const Corner& a, const Corner& b, const Corner& c, float wa, float wb, float wc) {
     using Four = float __attribute__((vector_size(16)));
     static_assert(sizeof(Corner) == 4 * sizeof(Four));
     Four A[4], B[4], C[4], M[4];
@@ -45,9 +44,9 @@ template <typename T> void grow(std::vector<T>& v, std::size_t n) {
 
 void Surfaces::resize(std::size_t n, std::size_t lights) {
     for (std::vector<float>* v :
-         {&px,  &py, &pz, &nx, &ny, &nz,      &vx,      &vy,    &vz,  &gx, &gy,      &gz,  &br,
-          &bg,  &bb, &sr, &sg, &sb, &control, &ambient, &alpha, &dr,  &dg, &db,      &ssr, &ssg,
-          &ssb, &fr, &fg, &fb, &fa, &rv, &square, &power, &strength})
+         {&px,  &py,  &pz,  &nx, &ny, &nz, &vx,      &vy,      &vz,     &gx,    &gy,      &gz,
+          &br,  &bg,  &bb,  &sr, &sg, &sb, &control, &ambient, &alpha,  &dr,    &dg,      &db,
+          &ssr, &ssg, &ssb, &fr, &fg, &fb, &fa,      &rv,      &square, &power, &strength})
         grow(*v, n);
     for (std::vector<float>* v : {&lx, &ly, &lz, &ld, &ox, &oy, &oz, &tnear, &far, &reach})
         grow(*v, n * lights);
@@ -66,9 +65,12 @@ void Surfaces::resize(std::size_t n, std::size_t lights) {
 }
 
 RTCRayNp Surfaces::shadowStream() {
-    return {ox.data(),       oy.data(),        oz.data(),       tnear.data(),
-            lx.data(),       ly.data(),        lz.data(),       constants.time.data(),
-            far.data(),      constants.mask.data(), constants.id.data(), constants.flags.data()};
+    return {ox.data(),           oy.data(),
+            oz.data(),           tnear.data(),
+            lx.data(),           ly.data(),
+            lz.data(),           constants.time.data(),
+            far.data(),          constants.mask.data(),
+            constants.id.data(), constants.flags.data()};
 }
 
 Shader::Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool shadows)
@@ -390,7 +392,6 @@ LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
     }
 }
 
-
 } // namespace
 
 std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
@@ -556,7 +557,8 @@ Shaded Shader::shade(Surfaces& one, std::uint64_t& shadowCount) const {
     std::size_t rays = 0;
     for (std::size_t li = 0; li < nl; ++li)
         rays += shadowRays(one, li);
-    if (rays != 0) scene.transmissionStream(one.shadowStream(), static_cast<unsigned>(nl), one.reach.data());
+    if (rays != 0)
+        scene.transmissionStream(one.shadowStream(), static_cast<unsigned>(nl), one.reach.data());
     shadowCount += rays;
     for (std::size_t li = 0; li < nl; ++li)
         light(one, li, one.reach.data() + li);

@@ -30,17 +30,17 @@ struct Surfaces {
     std::size_t size() const { return count; }
 
     std::size_t count = 0;
-    std::vector<std::int32_t> hit;         // the ray met a surface
-    std::vector<float> px, py, pz;         // the point
-    std::vector<float> nx, ny, nz;         // unit normal, facing as the style says
-    std::vector<float> vx, vy, vz;         // towards the eye
-    std::vector<float> gx, gy, gz;         // face normal
-    std::vector<float> br, bg, bb;         // diffuse or texel colour
-    std::vector<float> sr, sg, sb;         // specular colour
-    std::vector<float> control;            // Phong exponent
-    std::vector<float> ambient;            // ambient coefficient
-    std::vector<float> alpha;              // opacity
-    std::vector<const Batch*> batch;       // the draw state
+    std::vector<std::int32_t> hit;   // the ray met a surface
+    std::vector<float> px, py, pz;   // the point
+    std::vector<float> nx, ny, nz;   // unit normal, facing as the style says
+    std::vector<float> vx, vy, vz;   // towards the eye
+    std::vector<float> gx, gy, gz;   // face normal
+    std::vector<float> br, bg, bb;   // diffuse or texel colour
+    std::vector<float> sr, sg, sb;   // specular colour
+    std::vector<float> control;      // Phong exponent
+    std::vector<float> ambient;      // ambient coefficient
+    std::vector<float> alpha;        // opacity
+    std::vector<const Batch*> batch; // the draw state
     // The Phong exponent as the highlight takes it: a whole one up to 64 as
     // its binary digits (0 for none, which gives a power of 1), any other
     // marked for pow. steps: digits of the largest.

@@ -81,9 +81,8 @@ class SamplePattern {
         // the cells in the order they are traced, and where each lies, made
         // once: a pixel's samples then cost no division
         for (unsigned k = 0; k < n * n; ++k)
-            first.push_back(refine ? (2 * (k / n) + ((k % n) & 1)) * m + 2 * (k % n) + 1 -
-                                         ((k / n) & 1)
-                                   : k);
+            first.push_back(
+                refine ? (2 * (k / n) + ((k % n) & 1)) * m + 2 * (k % n) + 1 - ((k / n) & 1) : k);
         for (unsigned cell = 0; cell < m * m; ++cell) {
             const unsigned cx = cell % m, cy = cell / m, i = cx / 2, j = cy / 2;
             column.push_back(cx);
@@ -137,8 +136,14 @@ struct CameraStream {
         return {{r.ox.data(), r.oy.data(), r.oz.data(), tnear.data(), r.dx.data(), r.dy.data(),
                  r.dz.data(), constants.time.data(), t.data(), constants.mask.data(),
                  constants.id.data(), constants.flags.data()},
-                {ngx.data(), ngy.data(), ngz.data(), u.data(), v.data(), primID.data(),
-                 geomID.data(), {instID.data()}}};
+                {ngx.data(),
+                 ngy.data(),
+                 ngz.data(),
+                 u.data(),
+                 v.data(),
+                 primID.data(),
+                 geomID.data(),
+                 {instID.data()}}};
     }
     std::vector<float> tnear;
     std::vector<float> t; // the ray's end, then where it hit
@@ -194,8 +199,7 @@ class Picture {
         };
         // through the same 8-bit step as a cleared pixmap, so that empty
         // pixels hold exactly the clear colour
-        clearWord = pack(Premultiplied{channel(dc.clearImageColor.r),
-                                       channel(dc.clearImageColor.g),
+        clearWord = pack(Premultiplied{channel(dc.clearImageColor.r), channel(dc.clearImageColor.g),
                                        channel(dc.clearImageColor.b), ca});
         writeAlpha = pm.pixelType == kQ3PixelTypeARGB32;
         tiles.plan(scene, haveRays ? &camera : nullptr, x0, y0, x1, y1, dx, dy);
@@ -483,12 +487,12 @@ class Picture {
                 Premultiplied c = back;
                 if (surfaces.hit[k]) {
                     const float a0 = surfaces.fa[k];
-                    float r = a0 * surfaces.fr[k], g = a0 * surfaces.fg[k],
-                          b = a0 * surfaces.fb[k], a = a0;
+                    float r = a0 * surfaces.fr[k], g = a0 * surfaces.fg[k], b = a0 * surfaces.fb[k],
+                          a = a0;
                     if (a < 0.999f) {
                         const float t = stream.t[k];
-                        continueRay(rays, k, t + std::max(scene.epsilon(), t * 1e-6f), r, g, b,
-                                    a, worker, w, counts);
+                        continueRay(rays, k, t + std::max(scene.epsilon(), t * 1e-6f), r, g, b, a,
+                                    worker, w, counts);
                     }
                     c = over(r, g, b, a, back);
                 }
