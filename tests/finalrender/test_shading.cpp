@@ -68,34 +68,40 @@ TEST(FinalShading, PixelsFollowTheLightingEquation) {
 }
 
 // Under a directional light and an orthographic camera every point of a flat
-// square has the same colour, so both renderers must give the same pixels.
+// square has the same colour, so both renderers must give the same pixels,
+// highlight included, whatever the Phong exponent: whole, not whole, beyond
+// 64 or none.
 TEST(FinalShading, SameColoursAsTheInteractiveRenderer) {
-    TQ3AttributeSet set = q3test::colourSet(0.3f, 0.6f, 0.9f);
-    TQ3Point3D corners[4] = {
-        {-0.8f, -0.7f, 0}, {0.9f, -0.5f, 0}, {0.6f, 0.8f, 0}, {-0.7f, 0.6f, 0}};
-    TQ3GeometryObject quad = polygon(corners, 4, set);
-    Scene s;
-    auto draw = [&](TestView& v) {
-        v.addLight(q3test::ambient(0.25f));
-        v.addLight(q3test::directional(-0.3f, -0.4f, -1.0f, 0.8f));
-        v.render([&](TQ3ViewObject view) { submitAll(view, {s.phong, quad}); });
-    };
-    TestView interactive(48, 48, 5.0f, true);
-    draw(interactive);
-    TestView final(48, 48, 5.0f, true);
-    TQ3RendererObject r = useFinalRenderer(final);
-    draw(final);
-    final.save("final_same_colour");
-    const Pixel want = interactive.at(24, 24);
-    EXPECT_EQ(want.a, 255);
-    for (auto [x, y] : {std::pair{24, 24}, {10, 30}, {35, 12}}) {
-        SCOPED_TRACE(testing::Message() << "pixel " << x << ", " << y);
-        expectNear(final.at(x, y), want.r, want.g, want.b, 255, 2);
-        expectNear(interactive.at(x, y), want.r, want.g, want.b, 255, 2);
+    for (float exponent : {8.0f, 5.0f, 12.5f, 0.0f, 80.0f}) {
+        SCOPED_TRACE(testing::Message() << "exponent " << exponent);
+        TQ3AttributeSet set = q3test::colourSet(0.3f, 0.6f, 0.9f);
+        Q3AttributeSet_Add(set, kQ3AttributeTypeSpecularControl, &exponent);
+        TQ3Point3D corners[4] = {
+            {-0.8f, -0.7f, 0}, {0.9f, -0.5f, 0}, {0.6f, 0.8f, 0}, {-0.7f, 0.6f, 0}};
+        TQ3GeometryObject quad = polygon(corners, 4, set);
+        Scene s;
+        auto draw = [&](TestView& v) {
+            v.addLight(q3test::ambient(0.25f));
+            v.addLight(q3test::directional(-0.3f, -0.4f, -1.0f, 0.8f));
+            v.render([&](TQ3ViewObject view) { submitAll(view, {s.phong, quad}); });
+        };
+        TestView interactive(48, 48, 5.0f, true);
+        draw(interactive);
+        TestView final(48, 48, 5.0f, true);
+        TQ3RendererObject r = useFinalRenderer(final);
+        draw(final);
+        final.save("final_same_colour");
+        const Pixel want = interactive.at(24, 24);
+        EXPECT_EQ(want.a, 255);
+        for (auto [x, y] : {std::pair{24, 24}, {10, 30}, {35, 12}}) {
+            SCOPED_TRACE(testing::Message() << "pixel " << x << ", " << y);
+            expectNear(final.at(x, y), want.r, want.g, want.b, 255, 2);
+            expectNear(interactive.at(x, y), want.r, want.g, want.b, 255, 2);
+        }
+        Q3Object_Dispose(quad);
+        Q3Object_Dispose(set);
+        Q3Object_Dispose(r);
     }
-    Q3Object_Dispose(quad);
-    Q3Object_Dispose(set);
-    Q3Object_Dispose(r);
 }
 
 // A small quad above a large plane, lit from the side: the plane is dark
