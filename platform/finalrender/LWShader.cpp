@@ -9,6 +9,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 namespace lwsl {
@@ -43,24 +44,9 @@ template <typename T> void grow(std::vector<T>& v, std::size_t n) {
 } // namespace
 
 void Surfaces::resize(std::size_t n, std::size_t lights) {
-    for (std::vector<float>* v :
-         {&px,  &py,  &pz,  &nx, &ny, &nz, &vx,      &vy,      &vz,     &gx,    &gy,      &gz,
-          &br,  &bg,  &bb,  &sr, &sg, &sb, &control, &ambient, &alpha,  &dr,    &dg,      &db,
-          &ssr, &ssg, &ssb, &fr, &fg, &fb, &fa,      &rv,      &square, &power, &strength})
-        grow(*v, n);
     for (std::vector<float>* v : {&lx, &ly, &lz, &ld, &ox, &oy, &oz, &tnear, &far, &reach})
         grow(*v, n * lights);
     constants.resize(n * lights);
-    grow(batch, n);
-    grow(hit, n);
-    grow(flip, n);
-    grow(digits, n);
-    grow(byPow, n);
-    grow(lit, n);
-    grow(phong, n);
-    grow(shaded, n);
-    grow(byPowList, n);
-    grow(shines, n);
     count = n;
 }
 
@@ -81,8 +67,8 @@ Shader::Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool sh
 
 namespace {
 
-#define LWSL_ARRAY(name, from) float* name = (from).data()
-#define LWSL_FLAGS(name, from) const std::int32_t* name = (from).data()
+#define LWSL_ARRAY(name, from) float* name = std::data(from)
+#define LWSL_FLAGS(name, from) const std::int32_t* name = std::data(from)
 
 // What prepare leaves to a loop over all points: the point and the way to
 // the eye from the ray, the normal made unit length (the face normal stands
@@ -118,8 +104,8 @@ LWSL_WIDE void completeSurfaces(Surfaces& s, const RTCRayNp& ray) {
     LWSL_ARRAY(ssb, s.ssb);
     LWSL_FLAGS(flip, s.flip);
     LWSL_FLAGS(lit, s.lit);
-    std::int32_t* digits = s.digits.data();
-    std::int32_t* byPow = s.byPow.data();
+    std::int32_t* digits = s.digits;
+    std::int32_t* byPow = s.byPow;
     std::int32_t allDigits = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
@@ -328,7 +314,7 @@ LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
     // the diffuse part, and what the specular part needs
     LWSL_ARRAY(rv, s.rv);
     LWSL_ARRAY(st, s.strength);
-    std::int32_t* shines = s.shines.data();
+    std::int32_t* shines = s.shines;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
         const float r = reach[i], dist = Directional ? 1.0f : ld[i];
@@ -381,7 +367,7 @@ LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
         ssb[i] += now ? Sb : 0.0f;
     }
     // the exponents that are not whole, through pow
-    const std::uint32_t* list = s.byPowList.data();
+    const std::uint32_t* list = s.byPowList;
     for (std::size_t j = 0; j < s.byPowCount; ++j) {
         const std::uint32_t i = list[j];
         if (!shines[i]) continue;
@@ -432,12 +418,12 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
     LWSL_ARRAY(control, s.control);
     LWSL_ARRAY(ambient, s.ambient);
     LWSL_ARRAY(alpha, s.alpha);
-    const Batch** batch = s.batch.data();
-    std::int32_t* hit = s.hit.data();
-    std::int32_t* flip = s.flip.data();
-    std::int32_t* lit = s.lit.data();
-    std::int32_t* phong = s.phong.data();
-    std::int32_t* shaded = s.shaded.data();
+    const Batch** batch = s.batch;
+    std::int32_t* hit = s.hit;
+    std::int32_t* flip = s.flip;
+    std::int32_t* lit = s.lit;
+    std::int32_t* phong = s.phong;
+    std::int32_t* shaded = s.shaded;
     std::size_t found = 0;
     // ray by ray, what the triangle, its corners and its style say; the
     // rest goes in the loop over all of them below
@@ -496,7 +482,7 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
     completeSurfaces(s, hits.ray);
     // the points whose exponents go to pow, listed with no branch: they lie
     // either side of those that do not
-    std::uint32_t* list = s.byPowList.data();
+    std::uint32_t* list = s.byPowList;
     std::size_t listed = 0;
     for (std::size_t k = 0; k < count; ++k) {
         list[listed] = static_cast<std::uint32_t>(k);

@@ -24,49 +24,56 @@ struct Shaded {
 // The points where the rays of a stream meet a surface, with their
 // attributes, one array an attribute, and the light that reaches them so
 // far: element k is ray k's, and the rays that meet nothing have hit 0 and
-// are neither lit nor shadowed. Arrays only grow.
+// are neither lit nor shadowed. The arrays of the points hold kMost each
+// and lie at fixed places, so that the loops over them reach every one from
+// the same base; being large, a Surfaces lives on the heap.
 struct Surfaces {
+    static constexpr std::size_t kMost = 2048;
+    // Each array is a cache line longer than kMost, so that element k of
+    // every array does not fall in the same set of the cache.
+    static constexpr std::size_t kRoom = kMost + 16;
+    // Room for n points (at most kMost) and as many lights.
     void resize(std::size_t n, std::size_t lights);
     std::size_t size() const { return count; }
 
     std::size_t count = 0;
-    std::vector<std::int32_t> hit;   // the ray met a surface
-    std::vector<float> px, py, pz;   // the point
-    std::vector<float> nx, ny, nz;   // unit normal, facing as the style says
-    std::vector<float> vx, vy, vz;   // towards the eye
-    std::vector<float> gx, gy, gz;   // face normal
-    std::vector<float> br, bg, bb;   // diffuse or texel colour
-    std::vector<float> sr, sg, sb;   // specular colour
-    std::vector<float> control;      // Phong exponent
-    std::vector<float> ambient;      // ambient coefficient
-    std::vector<float> alpha;        // opacity
-    std::vector<const Batch*> batch; // the draw state
+    std::int32_t hit[kRoom];               // the ray met a surface
+    float px[kRoom], py[kRoom], pz[kRoom]; // the point
+    float nx[kRoom], ny[kRoom], nz[kRoom]; // unit normal, facing as the style says
+    float vx[kRoom], vy[kRoom], vz[kRoom]; // towards the eye
+    float gx[kRoom], gy[kRoom], gz[kRoom]; // face normal
+    float br[kRoom], bg[kRoom], bb[kRoom]; // diffuse or texel colour
+    float sr[kRoom], sg[kRoom], sb[kRoom]; // specular colour
+    float control[kRoom];                  // Phong exponent
+    float ambient[kRoom];                  // ambient coefficient
+    float alpha[kRoom];                    // opacity
+    const Batch* batch[kRoom];             // the draw state
     // The Phong exponent as the highlight takes it: a whole one up to 64 as
     // its binary digits (0 for none, which gives a power of 1), any other
     // marked for pow. steps: digits of the largest.
-    std::vector<std::int32_t> digits, byPow;
+    std::int32_t digits[kRoom], byPow[kRoom];
     int steps = 0;
-    std::vector<std::uint32_t> byPowList; // the points with byPow, byPowCount of them
+    std::uint32_t byPowList[kRoom]; // the points with byPow, byPowCount of them
     std::size_t byPowCount = 0;
-    std::vector<std::int32_t> flip;    // the normal turns towards the eye
-    std::vector<std::int32_t> lit;     // not null illumination
-    std::vector<std::int32_t> phong;   // Phong illumination
-    std::vector<std::int32_t> shaded;  // receives shadows
-    std::vector<float> dr, dg, db;     // diffuse light so far
-    std::vector<float> ssr, ssg, ssb;  // specular light so far
-    std::vector<float> fr, fg, fb, fa; // the colour, not premultiplied, 0 to 1
+    std::int32_t flip[kRoom];                         // the normal turns towards the eye
+    std::int32_t lit[kRoom];                          // not null illumination
+    std::int32_t phong[kRoom];                        // Phong illumination
+    std::int32_t shaded[kRoom];                       // receives shadows
+    float dr[kRoom], dg[kRoom], db[kRoom];            // diffuse light so far
+    float ssr[kRoom], ssg[kRoom], ssb[kRoom];         // specular light so far
+    float fr[kRoom], fg[kRoom], fb[kRoom], fa[kRoom]; // the colour, not premultiplied, 0 to 1
+    // Scratch of one light: the cosine of the highlight, its squares and its
+    // power, the light's strength and whether it shines.
+    float rv[kRoom], square[kRoom], power[kRoom], strength[kRoom];
+    std::int32_t shines[kRoom];
     // Light by light (count a light): the unit direction towards each
     // light and the distance, which shadow rays and lighting share; the
     // shadow rays, one a point and a light, as an Embree stream; and the
-    // part of each light that reaches each point.
+    // part of each light that reaches each point. These grow.
     std::vector<float> lx, ly, lz, ld;
     std::vector<float> ox, oy, oz, tnear, far;
     StreamConstants constants;
     std::vector<float> reach;
-    // Scratch of one light: the cosine of the highlight, its squares and its
-    // power, the light's strength and whether it shines.
-    std::vector<float> rv, square, power, strength;
-    std::vector<std::int32_t> shines;
 
     // The shadow rays of every light, light by light.
     RTCRayNp shadowStream();

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <memory>
 #include <new>
 #include <thread>
 
@@ -332,11 +333,11 @@ class Picture {
         std::vector<Sample> samples;
         Rays rays; // of each sample
         CameraStream stream;
-        Surfaces surfaces;
+        std::unique_ptr<Surfaces> surfaces = std::make_unique<Surfaces>();
         // a ray on behind a see-through surface
         Rays oneRay;
         CameraStream oneStream;
-        Surfaces one;
+        std::unique_ptr<Surfaces> one; // made when first needed
         std::vector<Premultiplied> sums, background, lo, hi;
         std::vector<unsigned> taken; // samples of each pixel
     };
@@ -362,9 +363,10 @@ class Picture {
             ++counts.primary;
             if (tap) tap->cameraRays(worker, rh, 1);
             scene.nearestStream(rh, 1);
-            w.one.resize(1, shader.lightCount());
-            if (shader.prepare(rh, 1, w.one) == 0) break;
-            const Shaded s = shader.shade(w.one, counts.shadow);
+            if (!w.one) w.one = std::make_unique<Surfaces>();
+            w.one->resize(1, shader.lightCount());
+            if (shader.prepare(rh, 1, *w.one) == 0) break;
+            const Shaded s = shader.shade(*w.one, counts.shadow);
             const float k = (1 - a) * s.a;
             r += k * s.r;
             g += k * s.g;
@@ -423,12 +425,20 @@ class Picture {
         }
     }
 
-    // Traces the samples in w.samples and adds their colours to their pixels.
+    // Traces the samples in w.samples and adds their colours to their
+    // pixels, as many at a time as shading takes.
     void traceSamples(long y, long xa, unsigned worker, RunBuffers& w,
                       WorkerFigures& counts) const {
+        const std::size_t all = w.samples.size();
+        for (std::size_t from = 0; from < all; from += Surfaces::kMost)
+            tracePiece(y, xa, w.samples.data() + from, std::min(all - from, Surfaces::kMost),
+                       worker, w, counts);
+    }
+
+    void tracePiece(long y, long xa, const Sample* samples, std::size_t most, unsigned worker,
+                    RunBuffers& w, WorkerFigures& counts) const {
         // buffers kept from run to run; they only grow
-        const std::size_t most = w.samples.size(), nl = shader.lightCount();
-        const Sample* samples = w.samples.data();
+        const std::size_t nl = shader.lightCount();
         Rays& rays = w.rays;
         rays.resize(most);
         for (std::size_t k = 0; k < most; ++k) {
@@ -456,7 +466,7 @@ class Picture {
         counts.primary += m;
 
         // the first surface of every ray, and the shadow rays they need
-        Surfaces& surfaces = w.surfaces;
+        Surfaces& surfaces = *w.surfaces;
         surfaces.resize(most, nl);
         shader.prepare(hits, most, surfaces);
         // shadow rays light by light, so that rays that run side by side are
