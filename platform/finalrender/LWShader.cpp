@@ -15,20 +15,20 @@
 namespace lwsl {
 namespace {
 
-// The weighted sum of three corners, every attribute a * wa + b * wb + c *
-// wc, four attributes at a time.
-Corner mixCorners(const Corner& a, const Corner& b, const Corner& c, float wa, float wb, float wc) {
-    using Four = float __attribute__((vector_size(16)));
-    static_assert(sizeof(Corner) == 4 * sizeof(Four));
-    Four A[4], B[4], C[4], M[4];
-    std::memcpy(A, &a, sizeof A);
-    std::memcpy(B, &b, sizeof B);
-    std::memcpy(C, &c, sizeof C);
-    for (int j = 0; j < 4; ++j)
-        M[j] = A[j] * wa + B[j] * wb + C[j] * wc;
-    Corner m;
-    std::memcpy(&m, M, sizeof m);
-    return m;
+// Four attributes of a corner, from the j-th four on, worked on at once.
+using Four = float __attribute__((vector_size(16)));
+static_assert(sizeof(Corner) == 4 * sizeof(Four));
+Four fourOf(const Corner& c, int j) {
+    Four v;
+    std::memcpy(&v, reinterpret_cast<const char*>(&c) + j * sizeof(Four), sizeof v);
+    return v;
+}
+
+// The j-th four attributes of the weighted sum of three corners, each
+// a * wa + b * wb + c * wc.
+Four mixFour(const Corner& a, const Corner& b, const Corner& c, int j, float wa, float wb,
+             float wc) {
+    return fourOf(a, j) * wa + fourOf(b, j) * wb + fourOf(c, j) * wc;
 }
 
 float clamp01(float v) {
@@ -455,24 +455,41 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
         shaded[k] = shadows && look.receivesShadows;
         // the attributes: weighted, or those of corner 0 with the face
         // normal where the style is flat
-        const Corner m = mixCorners(a, b, c, wa, wb, wc);
-        const bool f = look.flat;
-        nx[k] = f ? g.x : m.nx;
-        ny[k] = f ? g.y : m.ny;
-        nz[k] = f ? g.z : m.nz;
-        const Corner& plain = f ? a : m;
-        br[k] = plain.dr;
-        bg[k] = plain.dg;
-        bb[k] = plain.db;
-        sr[k] = plain.sr;
-        sg[k] = plain.sg;
-        sb[k] = plain.sb;
-        control[k] = plain.control;
-        ambient[k] = plain.ambient;
-        const float opacity = m.alpha;
+        // (the weighted attributes come in fours: normal and red; green,
+        // blue and specular red and green; specular blue, exponent, ambient
+        // and opacity)
+        const Four m0 = mixFour(a, b, c, 0, wa, wb, wc), m1 = mixFour(a, b, c, 1, wa, wb, wc),
+                   m2 = mixFour(a, b, c, 2, wa, wb, wc);
+        if (look.flat) {
+            nx[k] = g.x;
+            ny[k] = g.y;
+            nz[k] = g.z;
+            br[k] = a.dr;
+            bg[k] = a.dg;
+            bb[k] = a.db;
+            sr[k] = a.sr;
+            sg[k] = a.sg;
+            sb[k] = a.sb;
+            control[k] = a.control;
+            ambient[k] = a.ambient;
+        } else {
+            nx[k] = m0[0];
+            ny[k] = m0[1];
+            nz[k] = m0[2];
+            br[k] = m0[3];
+            bg[k] = m1[0];
+            bb[k] = m1[1];
+            sr[k] = m1[2];
+            sg[k] = m1[3];
+            sb[k] = m2[0];
+            control[k] = m2[1];
+            ambient[k] = m2[2];
+        }
+        const float opacity = m2[3];
         alpha[k] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
         if (on->textured) {
-            const TQ3ColorARGB tc = q3::sampleTexture(on->texture, m.u, m.v);
+            const Four m3 = mixFour(a, b, c, 3, wa, wb, wc);
+            const TQ3ColorARGB tc = q3::sampleTexture(on->texture, m3[0], m3[1]);
             br[k] = tc.r;
             bg[k] = tc.g;
             bb[k] = tc.b;
