@@ -283,6 +283,45 @@ LWSL_WIDE void addAmbient(Surfaces& s, const TQ3XLight& l, const float* reach) {
     }
 }
 
+// The specular part of a light: the power by squaring for whole exponents
+// up to 64 (Steps binary digits at most), as specularPower takes them (a
+// factor of 1 changes nothing); the others are left to pow.
+template <int Steps>
+LWSL_WIDE void addSpecular(Surfaces& s, const float* reach, float cr, float cg, float cb) {
+    const std::size_t n = s.count;
+    LWSL_ARRAY(rv, s.rv);
+    LWSL_ARRAY(st, s.strength);
+    LWSL_ARRAY(sr, s.sr);
+    LWSL_ARRAY(sg, s.sg);
+    LWSL_ARRAY(sb, s.sb);
+    LWSL_ARRAY(ssr, s.ssr);
+    LWSL_ARRAY(ssg, s.ssg);
+    LWSL_ARRAY(ssb, s.ssb);
+    LWSL_FLAGS(digits, s.digits);
+    LWSL_FLAGS(byPow, s.byPow);
+    LWSL_FLAGS(shines, s.shines);
+    LWSL_INDEPENDENT
+    for (std::size_t i = 0; i < n; ++i) {
+        float power = 1, b = rv[i];
+        for (int k = 0; k < Steps; ++k) {
+            power *= (digits[i] >> k) & 1 ? b : 1.0f;
+            b *= b;
+        }
+        const float r = reach[i], p = st[i] * power;
+        const bool now = (shines[i] != 0) & (byPow[i] == 0);
+        // every load outside the selections, which leaves no branch
+        const float Sr = r * (p * cr * sr[i]), Sg = r * (p * cg * sg[i]), Sb = r * (p * cb * sb[i]);
+        ssr[i] += now ? Sr : 0.0f;
+        ssg[i] += now ? Sg : 0.0f;
+        ssb[i] += now ? Sb : 0.0f;
+    }
+}
+
+using SpecularLoop = void (*)(Surfaces&, const float*, float, float, float);
+constexpr SpecularLoop kSpecular[8] = {addSpecular<0>, addSpecular<1>, addSpecular<2>,
+                                       addSpecular<3>, addSpecular<4>, addSpecular<5>,
+                                       addSpecular<6>, addSpecular<7>};
+
 // What a point or directional light gives each point.
 template <bool Directional, int Attenuation>
 LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const float* reach) {
@@ -336,36 +375,7 @@ LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
         st[i] = strength;
         shines[i] = on & (phong[i] != 0) & (v > 0) ? 1 : 0;
     }
-    // the specular part: the power by squaring for whole exponents up to 64,
-    // as specularPower takes them (a factor of 1 changes nothing); others
-    // wait for the loop below
-    LWSL_ARRAY(power, s.power);
-    LWSL_ARRAY(square, s.square);
-    LWSL_FLAGS(digits, s.digits);
-    LWSL_FLAGS(byPow, s.byPow);
-    LWSL_INDEPENDENT
-    for (std::size_t i = 0; i < n; ++i) {
-        power[i] = 1;
-        square[i] = rv[i];
-    }
-    for (int k = 0; k < s.steps; ++k) {
-        LWSL_INDEPENDENT
-        for (std::size_t i = 0; i < n; ++i) {
-            const float b = square[i];
-            power[i] *= (digits[i] >> k) & 1 ? b : 1.0f;
-            square[i] = b * b;
-        }
-    }
-    LWSL_INDEPENDENT
-    for (std::size_t i = 0; i < n; ++i) {
-        const float r = reach[i], p = st[i] * power[i];
-        const bool now = (shines[i] != 0) & (byPow[i] == 0);
-        // every load outside the selections, which leaves no branch
-        const float Sr = r * (p * cr * sr[i]), Sg = r * (p * cg * sg[i]), Sb = r * (p * cb * sb[i]);
-        ssr[i] += now ? Sr : 0.0f;
-        ssg[i] += now ? Sg : 0.0f;
-        ssb[i] += now ? Sb : 0.0f;
-    }
+    kSpecular[std::clamp(s.steps, 0, 7)](s, reach, cr, cg, cb);
     // the exponents that are not whole, through pow
     const std::uint32_t* list = s.byPowList;
     for (std::size_t j = 0; j < s.byPowCount; ++j) {

@@ -62,9 +62,9 @@ struct Surfaces {
     float dr[kRoom], dg[kRoom], db[kRoom];            // diffuse light so far
     float ssr[kRoom], ssg[kRoom], ssb[kRoom];         // specular light so far
     float fr[kRoom], fg[kRoom], fb[kRoom], fa[kRoom]; // the colour, not premultiplied, 0 to 1
-    // Scratch of one light: the cosine of the highlight, its squares and its
-    // power, the light's strength and whether it shines.
-    float rv[kRoom], square[kRoom], power[kRoom], strength[kRoom];
+    // Scratch of one light: the cosine of the highlight, the light's
+    // strength and whether it shines.
+    float rv[kRoom], strength[kRoom];
     std::int32_t shines[kRoom];
     // Light by light (count a light): the unit direction towards each
     // light and the distance, which shadow rays and lighting share; the
