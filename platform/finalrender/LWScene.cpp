@@ -265,9 +265,6 @@ void Scene::nearestStream(const RTCRayHitNp& rays, unsigned count) const {
 void Scene::transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const {
     const float* tnear = rays.tnear;
     const float* tfar = rays.tfar;
-    LWSL_INDEPENDENT
-    for (unsigned i = 0; i < count; ++i)
-        out[i] = tnear[i] != kLeftOut ? 1.0f : out[i];
     if (!scene || count == 0) return;
     ShadowContext ctx;
     rtcInitIntersectContext(&ctx.base);

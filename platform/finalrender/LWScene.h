@@ -92,8 +92,9 @@ class Scene {
     // traces faster when they run side by side (neighbouring samples of a
     // row); and the part of the light that gets through along each ray of
     // a stream, 0 when an opaque surface is in the way, into out by the
-    // ray's id, which is its place in the stream. Rays left out (kLeftOut)
-    // miss, and their places in out are left alone.
+    // ray's id, which is its place in the stream: out holds 1 there when it
+    // comes in. Rays left out (kLeftOut) miss, and their places in out are
+    // left alone.
     void nearestStream(const RTCRayHitNp& rays, unsigned count) const;
     void transmissionStream(const RTCRayNp& rays, unsigned count, float* out) const;
     // The batch an answer of nearestStream hit, or null when it missed.

@@ -258,7 +258,7 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
         if (!Directional) ld[i] = d;
         tnear[i] = ray ? e : kLeftOut;
         far[i] = ray ? (Directional ? inf : d * (1 - 1e-4f)) : 0.0f;
-        reach[i] = (shaded[i] == 0) | !reaches ? 1.0f : faces ? -1.0f : 0.0f;
+        reach[i] = (shaded[i] == 0) | !reaches | faces ? 1.0f : 0.0f;
         count += ray ? 1 : 0;
     }
     return count;

@@ -87,10 +87,11 @@ class Shader {
     // Scene::nearestStream traced, into s, which holds room for them.
     // Returns the number of rays that met one.
     std::size_t prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s) const;
-    // How light li reaches each point, in its part of s.reach: 1 with no ray
-    // to trace, 0 when it cannot (it is behind the surface), or -1 with a
-    // shadow ray in its part of the shadow stream; the other rays of that
-    // part are left out. Returns the number of rays to trace.
+    // How light li reaches each point, in its part of s.reach: 0 when it
+    // cannot (it is behind the surface), else 1, which the point's shadow
+    // ray, if it has one in its part of the shadow stream, lowers when it is
+    // traced; the other rays of that part are left out. Returns the number
+    // of rays to trace.
     std::size_t shadowRays(Surfaces& s, std::size_t li) const;
     // Adds the light of light li to every point, with reach[i] the part that
     // gets to point i.
