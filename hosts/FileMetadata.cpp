@@ -134,4 +134,37 @@ bool FileMetadata::WriteInto(const std::string& path, int width, int height,
     return false;
 }
 
+std::vector<uint8_t> ReadRawColourProfile(const std::string& path) {
+    QuietLibrary();
+    try {
+        auto image = Exiv2::ImageFactory::open(path);
+        if (!image.get()) return {};
+        image->readMetadata();
+        const Exiv2::DataBuf* profile = image->iccProfile();
+        if (!profile->pData_ || profile->size_ <= 0) return {};
+        return std::vector<uint8_t>(profile->pData_, profile->pData_ + profile->size_);
+    } catch (...) {
+        return {};
+    }
+}
+
+bool WriteRawColourProfile(const std::string& path, const std::vector<uint8_t>& profile,
+                           std::string& error) {
+    QuietLibrary();
+    try {
+        auto image = Exiv2::ImageFactory::open(path);
+        image->readMetadata();
+        Exiv2::DataBuf bytes(profile.data(), long(profile.size()));
+        // as it is: whether it makes sense is for the program that shows it
+        image->setIccProfile(bytes, false);
+        image->writeMetadata();
+        return true;
+    } catch (const std::exception& e) {
+        error = path + ": cannot write the colour profile: " + e.what();
+    } catch (...) {
+        error = path + ": cannot write the colour profile";
+    }
+    return false;
+}
+
 } // namespace plumet::hosts

@@ -1,10 +1,13 @@
-// EXIF, XMP and IPTC of an image file, read from the input and written into
-// the output through the metadata library.
+// EXIF, XMP and IPTC of an image file, and its colour profile as it stands,
+// read from the input and written into the output through the metadata
+// library.
 #ifndef PLUMET_HOSTS_FILEMETADATA_H
 #define PLUMET_HOSTS_FILEMETADATA_H
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace plumet::hosts {
 
@@ -29,6 +32,16 @@ class FileMetadata {
     explicit FileMetadata(std::unique_ptr<Data> data);
     std::unique_ptr<Data> data_;
 };
+
+// The colour profile embedded in a PNG, JPEG or TIFF file, byte for byte
+// whether or not it makes sense; empty when there is none or the file cannot
+// be read.
+std::vector<uint8_t> ReadRawColourProfile(const std::string& path);
+
+// Embeds a colour profile in an image file byte for byte, in place of any it
+// holds.
+bool WriteRawColourProfile(const std::string& path, const std::vector<uint8_t>& profile,
+                           std::string& error);
 
 } // namespace plumet::hosts
 

@@ -63,6 +63,16 @@ std::string MakeFileBeside(const std::string& target) {
     return temp;
 }
 
+// Whether a colour profile's header names the colours the image holds: a
+// profile for others (the grey or CMYK of a file read as RGB) no longer
+// describes the pixels.
+bool ProfileIsFor(const std::vector<uint8_t>& profile, const HostImage& image) {
+    constexpr size_t kColourSpaceAt = 16;
+    if (profile.size() < kColourSpaceAt + 4) return false;
+    const char* colours = image.model == ColourModel::CMYK ? "CMYK" : "RGB ";
+    return std::memcmp(profile.data() + kColourSpaceAt, colours, 4) == 0;
+}
+
 } // namespace
 
 const char* const kDeepImageNote =
@@ -86,6 +96,12 @@ bool ReadImageFile(const std::string& path, HostImage& image, std::string& error
     const bool ok = LooksLikeTiff(path) ? ReadTiffFile(path, image, read, error)
                                         : ReadQtImageFile(path, image, read, error);
     if (!ok || !extras) return ok;
+    // A profile the format's reader could not make sense of is the file's
+    // all the same: it goes on as it stands, if it is for such colours.
+    if (read.iccProfile.empty()) {
+        std::vector<uint8_t> raw = ReadRawColourProfile(path);
+        if (ProfileIsFor(raw, image)) read.iccProfile = std::move(raw);
+    }
     read.metadata = FileMetadata::Read(path);
     *extras = std::move(read);
     return true;

@@ -2,6 +2,8 @@
 // used: they need no application object and no display.
 #include "hosts/ImageFiles.h"
 
+#include "hosts/FileMetadata.h"
+
 #include <QColorSpace>
 #include <QImage>
 #include <QImageReader>
@@ -224,10 +226,20 @@ bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostIma
         out.setDotsPerMeterX(int(extras.dpiX / kMetresPerInch + 0.5));
         out.setDotsPerMeterY(int(extras.dpiY / kMetresPerInch + 0.5));
     }
-    if (!extras.iccProfile.empty())
-        out.setColorSpace(QColorSpace::fromIccProfile(
+    // Qt writes only a profile it understands; any other goes in afterwards
+    // as it stands. What Qt says about one it does not understand is not
+    // the user's concern.
+    bool rawProfile = false;
+    if (!extras.iccProfile.empty()) {
+        DiagnosticCatcher quiet;
+        const QColorSpace space = QColorSpace::fromIccProfile(
             QByteArray(reinterpret_cast<const char*>(extras.iccProfile.data()),
-                       qsizetype(extras.iccProfile.size()))));
+                       qsizetype(extras.iccProfile.size())));
+        if (space.isValid())
+            out.setColorSpace(space);
+        else
+            rawProfile = true;
+    }
     DiagnosticCatcher catcher;
     QImageWriter writer(ToQString(path), format == ImageFormat::PNG ? "png" : "jpeg");
     if (format == ImageFormat::JPEG) writer.setQuality(92);
@@ -235,7 +247,7 @@ bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostIma
         error = path + ": cannot write: " + writer.errorString().toStdString() + catcher.Detail();
         return false;
     }
-    return true;
+    return !rawProfile || WriteRawColourProfile(path, extras.iccProfile, error);
 }
 
 } // namespace plumet::hosts

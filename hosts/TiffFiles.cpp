@@ -1,7 +1,8 @@
 // TIFF through libtiff. 8-bit RGB, RGB with transparency and CMYK in strips
 // are read sample for sample, so that they round-trip exactly; any other
 // TIFF that libtiff can decode (grey, palette, 16-bit, tiled, YCbCr, ...) is
-// read through its RGBA reader.
+// read through its RGBA reader. Whatever the orientation tag says, the image
+// comes out upright: rows top-down, columns left to right.
 #include "hosts/ImageFiles.h"
 
 #include <tiffio.h>
@@ -12,6 +13,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace plumet::hosts {
 
@@ -106,8 +108,11 @@ bool ReadScanlines(TIFF* tif, HostImage& image, uint16_t planar, int samples, bo
     return true;
 }
 
-bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, const std::string& path,
-                     const TiffMessages& messages, std::string& error) {
+// Reads the pixels in the order they are stored (the reader is asked for the
+// file's own orientation, so it turns nothing; it could only mirror, not turn
+// a quarter).
+bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, uint16_t orientation,
+                     const std::string& path, const TiffMessages& messages, std::string& error) {
     std::vector<uint32_t> raster;
     try {
         raster.resize(size_t(image.width) * size_t(image.height));
@@ -116,7 +121,7 @@ bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, const std::stri
         return false;
     }
     if (!TIFFReadRGBAImageOriented(tif, uint32_t(image.width), uint32_t(image.height),
-                                   raster.data(), ORIENTATION_TOPLEFT, 0)) {
+                                   raster.data(), orientation, 0)) {
         error =
             path + ": unsupported or damaged TIFF: " + Reason(messages, "libtiff cannot decode it");
         return false;
@@ -140,10 +145,81 @@ bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, const std::stri
     return true;
 }
 
+// Whether the stored rows are the picture's columns (orientations 5 to 8).
+bool StoredAcross(uint16_t orientation) {
+    return orientation >= ORIENTATION_LEFTTOP && orientation <= ORIENTATION_LEFTBOT;
+}
+
+// Turns pixels read as stored into the upright picture the orientation tag
+// describes. A mirror or a half turn is done in place; a quarter turn needs a
+// second buffer the size of the image while it lasts.
+bool TurnUpright(HostImage& image, uint16_t orientation, const std::string& path,
+                 std::string& error) {
+    // Whether the stored rows, and the pixels along them, run against the
+    // picture's order (bottom to top or right to left).
+    bool rowsBack = false, pixelsBack = false;
+    switch (orientation) {
+    case ORIENTATION_TOPRIGHT:
+        pixelsBack = true;
+        break;
+    case ORIENTATION_BOTRIGHT:
+        rowsBack = pixelsBack = true;
+        break;
+    case ORIENTATION_BOTLEFT:
+        rowsBack = true;
+        break;
+    case ORIENTATION_LEFTTOP:
+        break;
+    case ORIENTATION_RIGHTTOP:
+        rowsBack = true;
+        break;
+    case ORIENTATION_RIGHTBOT:
+        rowsBack = pixelsBack = true;
+        break;
+    case ORIENTATION_LEFTBOT:
+        pixelsBack = true;
+        break;
+    default: // top-left, or a value the tag cannot hold: as stored
+        return true;
+    }
+    const int planes = image.Planes();
+    const size_t pixelBytes = size_t(planes);
+    if (!StoredAcross(orientation)) {
+        if (rowsBack)
+            for (int row = 0; row < image.height / 2; ++row)
+                std::swap_ranges(image.Pixel(row, 0), image.Pixel(row, 0) + image.RowBytes(),
+                                 image.Pixel(image.height - 1 - row, 0));
+        if (pixelsBack)
+            for (int row = 0; row < image.height; ++row)
+                for (int col = 0; col < image.width / 2; ++col)
+                    std::swap_ranges(image.Pixel(row, col), image.Pixel(row, col) + pixelBytes,
+                                     image.Pixel(row, image.width - 1 - col));
+        return true;
+    }
+    HostImage turned;
+    if (!MakeImage(image.height, image.width, image.model, image.hasAlpha, turned, error)) {
+        error = path + ": " + error;
+        return false;
+    }
+    // Stored row i becomes the picture's column i, stored column j its row j,
+    // each counted from the far end when it runs backwards.
+    for (int i = 0; i < image.height; ++i) {
+        const int toCol = rowsBack ? image.height - 1 - i : i;
+        const uint8_t* src = image.Pixel(i, 0);
+        for (int j = 0; j < image.width; ++j, src += planes) {
+            const int toRow = pixelsBack ? image.width - 1 - j : j;
+            std::memcpy(turned.Pixel(toRow, toCol), src, pixelBytes);
+        }
+    }
+    image = std::move(turned);
+    return true;
+}
+
 constexpr double kCentimetresPerInch = 2.54;
 
-// The resolution and the colour profile, as far as the file states them.
-void ReadExtras(TIFF* tif, uint16_t bits, ImageExtras& extras) {
+// The resolution and the colour profile, as far as the file states them; the
+// resolution across and down the upright picture.
+void ReadExtras(TIFF* tif, uint16_t bits, uint16_t orientation, ImageExtras& extras) {
     float x = 0, y = 0;
     uint16_t unit = RESUNIT_INCH;
     TIFFGetFieldDefaulted(tif, TIFFTAG_RESOLUTIONUNIT, &unit);
@@ -152,6 +228,7 @@ void ReadExtras(TIFF* tif, uint16_t bits, ImageExtras& extras) {
         const double perInch = unit == RESUNIT_CENTIMETER ? kCentimetresPerInch : 1.0;
         extras.dpiX = x * perInch;
         extras.dpiY = y * perInch;
+        if (StoredAcross(orientation)) std::swap(extras.dpiX, extras.dpiY);
     }
     uint32_t iccSize = 0;
     const uint8_t* icc = nullptr;
@@ -219,16 +296,15 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
             error = path + ": " + error;
             return false;
         }
-        if (!ReadScanlines(tif.get(), made, planar, samples, false, path, messages, error))
+        if (!ReadScanlines(tif.get(), made, planar, samples, false, path, messages, error) ||
+            !TurnUpright(made, orientation, path, error))
             return false;
-        ReadExtras(tif.get(), bits, extras);
+        ReadExtras(tif.get(), bits, orientation, extras);
         image = std::move(made);
         return true;
     }
 
-    // Rows stored in another order go through the reader that turns them.
     const bool direct = photometric == PHOTOMETRIC_RGB && bits == 8 && strips &&
-                        orientation == ORIENTATION_TOPLEFT &&
                         (samples == 3 || (samples == 4 && alphaSample));
     HostImage made;
     if (!MakeImage(int(width), int(height), ColourModel::RGB, alphaSample, made, error)) {
@@ -237,9 +313,9 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
     }
     const bool ok =
         direct ? ReadScanlines(tif.get(), made, planar, samples, associated, path, messages, error)
-               : ReadThroughRgba(tif.get(), made, alphaSample, path, messages, error);
-    if (!ok) return false;
-    ReadExtras(tif.get(), bits, extras);
+               : ReadThroughRgba(tif.get(), made, alphaSample, orientation, path, messages, error);
+    if (!ok || !TurnUpright(made, orientation, path, error)) return false;
+    ReadExtras(tif.get(), bits, orientation, extras);
     image = std::move(made);
     return true;
 }

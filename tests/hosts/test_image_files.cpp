@@ -10,6 +10,7 @@
 #include <zlib.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 using namespace plumet::hosts;
@@ -325,4 +326,112 @@ TEST(HostImageFiles, WhatTheFileHoldsBesidesPixelsGoesIntoTheOutput) {
     TIFFClose(t);
     ASSERT_TRUE(ReadImageFile(dir + "/deep.tif", read, error, &extras)) << error;
     EXPECT_EQ(extras.notes, std::vector<std::string>{kDeepImageNote});
+}
+
+TEST(HostImageFiles, TiffStoredTurnedComesOutUpright) {
+    const std::string dir = ScratchDir("tiffturned");
+    constexpr int w = 5, h = 3;
+    for (const ColourModel model : {ColourModel::CMYK, ColourModel::RGB}) {
+        const HostImage stored = Pattern(w, h, model, false);
+        const int planes = stored.Planes();
+        // The upright size, and where the stored first row lands in the
+        // upright picture: mirrored (2, 4), turned half round (3), along the
+        // left or right side (5 to 8).
+        struct Case {
+            uint16_t orientation;
+            int width, height;
+            int row0, col0, rowStep, colStep;
+        } cases[] = {{2, w, h, 0, w - 1, 0, -1}, {3, w, h, h - 1, w - 1, 0, -1},
+                     {4, w, h, h - 1, 0, 0, 1},  {5, h, w, 0, 0, 1, 0},
+                     {6, h, w, 0, h - 1, 1, 0},  {7, h, w, w - 1, h - 1, -1, 0},
+                     {8, h, w, w - 1, 0, -1, 0}};
+        for (const Case& c : cases) {
+            SCOPED_TRACE(DescribeImage(stored) + ", orientation " + std::to_string(c.orientation));
+            const std::string in = dir + "/in" + std::to_string(c.orientation) + ".tif";
+            TIFF* t = NewTiff(in, w, h, 8, uint16_t(planes),
+                              model == ColourModel::CMYK ? PHOTOMETRIC_SEPARATED : PHOTOMETRIC_RGB);
+            ASSERT_NE(t, nullptr);
+            TIFFSetField(t, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+            TIFFSetField(t, TIFFTAG_ORIENTATION, c.orientation);
+            TIFFSetField(t, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
+            TIFFSetField(t, TIFFTAG_XRESOLUTION, 100.f);
+            TIFFSetField(t, TIFFTAG_YRESOLUTION, 200.f);
+            for (int r = 0; r < h; ++r) {
+                std::vector<uint8_t> line(stored.Pixel(r, 0), stored.Pixel(r, 0) + w * planes);
+                ASSERT_GE(TIFFWriteScanline(t, line.data(), uint32_t(r), 0), 0);
+            }
+            TIFFClose(t);
+
+            HostImage read;
+            ImageExtras extras;
+            std::string error;
+            ASSERT_TRUE(ReadImageFile(in, read, error, &extras)) << error;
+            ASSERT_EQ(read.width, c.width);
+            ASSERT_EQ(read.height, c.height);
+            for (int col = 0; col < w; ++col)
+                for (int p = 0; p < planes; ++p)
+                    ASSERT_EQ(read.Pixel(c.row0 + col * c.rowStep, c.col0 + col * c.colStep)[p],
+                              stored.Pixel(0, col)[p])
+                        << "column " << col << " plane " << p;
+            EXPECT_EQ(extras.dpiX, c.width == w ? 100 : 200);
+
+            // The output is stored upright and says so, and is not turned again.
+            const std::string out = dir + "/out" + std::to_string(c.orientation) + ".tif";
+            ASSERT_TRUE(WriteImageFile(out, read, error, &extras)) << error;
+            t = TIFFOpen(out.c_str(), "r");
+            ASSERT_NE(t, nullptr);
+            uint16_t orientation = 0;
+            TIFFGetFieldDefaulted(t, TIFFTAG_ORIENTATION, &orientation);
+            TIFFClose(t);
+            EXPECT_EQ(orientation, ORIENTATION_TOPLEFT);
+            HostImage again;
+            ImageExtras kept;
+            ASSERT_TRUE(ReadImageFile(out, again, error, &kept)) << error;
+            ExpectSamePixels(again, read);
+            EXPECT_EQ(kept.dpiX, extras.dpiX);
+        }
+    }
+}
+
+TEST(HostImageFiles, ColourProfileQtCannotParseIsCarriedAsItIs) {
+    const std::string dir = ScratchDir("rawicc");
+    // An RGB display profile's header with no tags: it says what it is for,
+    // but holds nothing Qt can build a colour space from.
+    std::vector<uint8_t> icc(132, 0);
+    const auto put = [&icc](size_t at, const char* text) { std::memcpy(&icc[at], text, 4); };
+    icc[3] = 132;
+    icc[8] = 2, icc[9] = 0x10;
+    put(12, "mntr"), put(16, "RGB "), put(20, "XYZ "), put(36, "acsp");
+    ASSERT_FALSE(QColorSpace::fromIccProfile(
+                     QByteArray(reinterpret_cast<const char*>(icc.data()), qsizetype(icc.size())))
+                     .isValid());
+    const auto rawProfile = [](const std::string& path) {
+        auto image = Exiv2::ImageFactory::open(path);
+        image->readMetadata();
+        const Exiv2::DataBuf* buf = image->iccProfile();
+        return std::vector<uint8_t>(buf->pData_, buf->pData_ + buf->size_);
+    };
+    std::string error;
+    for (const char* input : {"in.png", "in.jpg"}) {
+        const std::string in = dir + "/" + input;
+        ASSERT_TRUE(WriteImageFile(in, Pattern(12, 8, ColourModel::RGB, false), error)) << error;
+        {
+            auto image = Exiv2::ImageFactory::open(in);
+            image->readMetadata();
+            Exiv2::DataBuf buf(icc.data(), long(icc.size()));
+            image->setIccProfile(buf, false);
+            image->writeMetadata();
+        }
+        ASSERT_EQ(rawProfile(in), icc);
+        HostImage read;
+        ImageExtras extras;
+        ASSERT_TRUE(ReadImageFile(in, read, error, &extras)) << error;
+        EXPECT_EQ(extras.iccProfile, icc) << input;
+        for (const char* output : {"out.png", "out.jpg", "out.tif"}) {
+            SCOPED_TRACE(std::string(input) + " to " + output);
+            const std::string out = dir + "/" + output;
+            ASSERT_TRUE(WriteImageFile(out, read, error, &extras)) << error;
+            EXPECT_EQ(rawProfile(out), icc);
+        }
+    }
 }
