@@ -77,12 +77,16 @@ void SetIfPresent(Data& data, const char* key, const Value& value) {
 FileMetadata::FileMetadata(std::unique_ptr<Data> data) : data_(std::move(data)) {}
 FileMetadata::~FileMetadata() = default;
 
-std::shared_ptr<const FileMetadata> FileMetadata::Read(const std::string& path) {
+std::shared_ptr<const FileMetadata> FileMetadata::Read(const std::string& path,
+                                                       std::vector<uint8_t>* profile) {
     QuietLibrary();
     try {
         auto image = Exiv2::ImageFactory::open(path);
         if (!image.get()) return nullptr;
         image->readMetadata();
+        if (const Exiv2::DataBuf* icc = image->iccProfile();
+            profile && icc->pData_ && icc->size_ > 0)
+            profile->assign(icc->pData_, icc->pData_ + icc->size_);
         auto data = std::make_unique<Data>();
         for (const Exiv2::Exifdatum& d : image->exifData()) {
             if (OtherImageGroup(d.groupName())) continue;
@@ -132,20 +136,6 @@ bool FileMetadata::WriteInto(const std::string& path, int width, int height,
         error = path + ": cannot write the metadata";
     }
     return false;
-}
-
-std::vector<uint8_t> ReadRawColourProfile(const std::string& path) {
-    QuietLibrary();
-    try {
-        auto image = Exiv2::ImageFactory::open(path);
-        if (!image.get()) return {};
-        image->readMetadata();
-        const Exiv2::DataBuf* profile = image->iccProfile();
-        if (!profile->pData_ || profile->size_ <= 0) return {};
-        return std::vector<uint8_t>(profile->pData_, profile->pData_ + profile->size_);
-    } catch (...) {
-        return {};
-    }
 }
 
 bool WriteRawColourProfile(const std::string& path, const std::vector<uint8_t>& profile,

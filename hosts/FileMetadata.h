@@ -18,8 +18,11 @@ class FileMetadata {
     FileMetadata& operator=(const FileMetadata&) = delete;
 
     // The metadata of a PNG, JPEG or TIFF file; null when it holds none or
-    // the library cannot read it (the pixels are read all the same).
-    static std::shared_ptr<const FileMetadata> Read(const std::string& path);
+    // the library cannot read it (the pixels are read all the same). With
+    // `profile`, also the file's colour profile byte for byte, whether or not
+    // it makes sense (empty: none).
+    static std::shared_ptr<const FileMetadata> Read(const std::string& path,
+                                                    std::vector<uint8_t>* profile = nullptr);
 
     // Puts the metadata into an image file of `width` by `height` upright
     // pixels: the orientation becomes "upright", the pixel dimensions follow
@@ -32,11 +35,6 @@ class FileMetadata {
     explicit FileMetadata(std::unique_ptr<Data> data);
     std::unique_ptr<Data> data_;
 };
-
-// The colour profile embedded in a PNG, JPEG or TIFF file, byte for byte
-// whether or not it makes sense; empty when there is none or the file cannot
-// be read.
-std::vector<uint8_t> ReadRawColourProfile(const std::string& path);
 
 // Embeds a colour profile in an image file byte for byte, in place of any it
 // holds.

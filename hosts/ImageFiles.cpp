@@ -98,11 +98,9 @@ bool ReadImageFile(const std::string& path, HostImage& image, std::string& error
     if (!ok || !extras) return ok;
     // A profile the format's reader could not make sense of is the file's
     // all the same: it goes on as it stands, if it is for such colours.
-    if (read.iccProfile.empty()) {
-        std::vector<uint8_t> raw = ReadRawColourProfile(path);
-        if (ProfileIsFor(raw, image)) read.iccProfile = std::move(raw);
-    }
-    read.metadata = FileMetadata::Read(path);
+    std::vector<uint8_t> raw;
+    read.metadata = FileMetadata::Read(path, read.iccProfile.empty() ? &raw : nullptr);
+    if (ProfileIsFor(raw, image)) read.iccProfile = std::move(raw);
     *extras = std::move(read);
     return true;
 }
