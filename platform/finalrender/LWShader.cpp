@@ -67,9 +67,6 @@ Shader::Shader(const Scene& scene, const std::vector<TQ3XLight>& lights, bool sh
 
 namespace {
 
-#define LWSL_ARRAY(name, from) float* name = std::data(from)
-#define LWSL_FLAGS(name, from) const std::int32_t* name = std::data(from)
-
 // What prepare leaves to a loop over all points: the point and the way to
 // the eye from the ray, the normal made unit length (the face normal stands
 // in for one that vanishes) and turned towards the eye where the style
@@ -83,75 +80,52 @@ LWSL_WIDE void completeSurfaces(Surfaces& s, const RTCRayNp& ray) {
     const float* dy = ray.dir_y;
     const float* dz = ray.dir_z;
     const float* t = ray.tfar;
-    LWSL_ARRAY(px, s.px);
-    LWSL_ARRAY(py, s.py);
-    LWSL_ARRAY(pz, s.pz);
-    LWSL_ARRAY(vx, s.vx);
-    LWSL_ARRAY(vy, s.vy);
-    LWSL_ARRAY(vz, s.vz);
-    LWSL_ARRAY(gx, s.gx);
-    LWSL_ARRAY(gy, s.gy);
-    LWSL_ARRAY(gz, s.gz);
-    LWSL_ARRAY(nx, s.nx);
-    LWSL_ARRAY(ny, s.ny);
-    LWSL_ARRAY(nz, s.nz);
-    LWSL_ARRAY(control, s.control);
-    LWSL_ARRAY(dr, s.dr);
-    LWSL_ARRAY(dg, s.dg);
-    LWSL_ARRAY(db, s.db);
-    LWSL_ARRAY(ssr, s.ssr);
-    LWSL_ARRAY(ssg, s.ssg);
-    LWSL_ARRAY(ssb, s.ssb);
-    LWSL_FLAGS(flip, s.flip);
-    LWSL_FLAGS(lit, s.lit);
-    std::int32_t* digits = s.digits;
-    std::int32_t* byPow = s.byPow;
     std::int32_t allDigits = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
         const float d = t[i];
-        px[i] = ox[i] + d * dx[i];
-        py[i] = oy[i] + d * dy[i];
-        pz[i] = oz[i] + d * dz[i];
+        s.px[i] = ox[i] + d * dx[i];
+        s.py[i] = oy[i] + d * dy[i];
+        s.pz[i] = oz[i] + d * dz[i];
         const float ex = -dx[i], ey = -dy[i], ez = -dz[i];
-        vx[i] = ex;
-        vy[i] = ey;
-        vz[i] = ez;
+        s.vx[i] = ex;
+        s.vy[i] = ey;
+        s.vz[i] = ez;
 
-        float x = nx[i], y = ny[i], z = nz[i];
+        float x = s.nx[i], y = s.ny[i], z = s.nz[i];
         float len = std::sqrt(x * x + y * y + z * z);
         const bool vanishes = !(len > 1e-12f) | !(len <= kFloatMax);
-        const float face = std::sqrt(gx[i] * gx[i] + gy[i] * gy[i] + gz[i] * gz[i]);
-        x = vanishes ? gx[i] : x;
-        y = vanishes ? gy[i] : y;
-        z = vanishes ? gz[i] : z;
+        const float face = std::sqrt(s.gx[i] * s.gx[i] + s.gy[i] * s.gy[i] + s.gz[i] * s.gz[i]);
+        x = vanishes ? s.gx[i] : x;
+        y = vanishes ? s.gy[i] : y;
+        z = vanishes ? s.gz[i] : z;
         const float faceLen = face > 1e-12f ? face : 1.0f;
         len = vanishes ? faceLen : len;
         x /= len;
         y /= len;
         z /= len;
-        const bool turn = (flip[i] != 0) & (x * ex + y * ey + z * ez < 0);
-        nx[i] = turn ? -x : x;
-        ny[i] = turn ? -y : y;
-        nz[i] = turn ? -z : z;
+        const bool turn = (s.flip[i] != 0) & (x * ex + y * ey + z * ez < 0);
+        s.nx[i] = turn ? -x : x;
+        s.ny[i] = turn ? -y : y;
+        s.nz[i] = turn ? -z : z;
 
         // a whole exponent up to 64 is raised by squaring, as specularPower
         // does; one that is not whole goes to pow, and one of 0 or less
         // gives 1
         // (in masks of all bits, which the compiler keeps in vectors)
-        const float power = control[i];
+        const float power = s.control[i];
         const float inRange = (power > 0) & (power <= 64) ? power : 0.5f;
         const auto whole = static_cast<std::int32_t>(inRange);
         const std::int32_t isWhole = static_cast<float>(whole) == inRange ? -1 : 0;
         const std::int32_t bits = whole & isWhole;
-        digits[i] = bits;
-        byPow[i] = (power > 0 ? 1 : 0) & ~isWhole;
+        s.digits[i] = bits;
+        s.byPow[i] = (power > 0 ? 1 : 0) & ~isWhole;
         allDigits |= bits;
 
         // null illumination shows the plain colour
-        const float start = lit[i] != 0 ? 0.0f : 1.0f;
-        dr[i] = dg[i] = db[i] = start;
-        ssr[i] = ssg[i] = ssb[i] = 0;
+        const float start = s.lit[i] != 0 ? 0.0f : 1.0f;
+        s.dr[i] = s.dg[i] = s.db[i] = start;
+        s.ssr[i] = s.ssg[i] = s.ssb[i] = 0;
     }
     s.steps = std::bit_width(static_cast<std::uint32_t>(allDigits));
 }
@@ -160,30 +134,16 @@ LWSL_WIDE void completeSurfaces(Surfaces& s, const RTCRayNp& ray) {
 // top, each channel held to 0 to 1 (0 where it is not a number).
 LWSL_WIDE void finishColours(Surfaces& s) {
     const std::size_t n = s.count;
-    LWSL_ARRAY(br, s.br);
-    LWSL_ARRAY(bg, s.bg);
-    LWSL_ARRAY(bb, s.bb);
-    LWSL_ARRAY(dr, s.dr);
-    LWSL_ARRAY(dg, s.dg);
-    LWSL_ARRAY(db, s.db);
-    LWSL_ARRAY(ssr, s.ssr);
-    LWSL_ARRAY(ssg, s.ssg);
-    LWSL_ARRAY(ssb, s.ssb);
-    LWSL_ARRAY(alpha, s.alpha);
-    LWSL_ARRAY(fr, s.fr);
-    LWSL_ARRAY(fg, s.fg);
-    LWSL_ARRAY(fb, s.fb);
-    LWSL_ARRAY(fa, s.fa);
     auto held = [](float v) {
         const float c = v < 0 ? 0.0f : v > 1 ? 1.0f : v;
         return std::fabs(v) <= kFloatMax ? c : 0.0f;
     };
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        fr[i] = held(br[i] * dr[i] + ssr[i]);
-        fg[i] = held(bg[i] * dg[i] + ssg[i]);
-        fb[i] = held(bb[i] * db[i] + ssb[i]);
-        fa[i] = held(alpha[i]);
+        s.fr[i] = held(s.br[i] * s.dr[i] + s.ssr[i]);
+        s.fg[i] = held(s.bg[i] * s.dg[i] + s.ssg[i]);
+        s.fb[i] = held(s.bb[i] * s.db[i] + s.ssb[i]);
+        s.fa[i] = held(s.alpha[i]);
     }
 }
 
@@ -192,16 +152,13 @@ LWSL_WIDE void finishColours(Surfaces& s) {
 LWSL_WIDE void towardsPoint(Surfaces& s, std::size_t off, const TQ3Point3D& p) {
     const std::size_t n = s.count;
     const float ax = p.x, ay = p.y, az = p.z;
-    LWSL_ARRAY(px, s.px);
-    LWSL_ARRAY(py, s.py);
-    LWSL_ARRAY(pz, s.pz);
     float* lx = s.lx.data() + off;
     float* ly = s.ly.data() + off;
     float* lz = s.lz.data() + off;
     float* ld = s.ld.data() + off;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const float x = ax - px[i], y = ay - py[i], z = az - pz[i];
+        const float x = ax - s.px[i], y = ay - s.py[i], z = az - s.pz[i];
         const float d = std::sqrt(x * x + y * y + z * z);
         lx[i] = x / d;
         ly[i] = y / d;
@@ -216,15 +173,6 @@ LWSL_WIDE void towardsPoint(Surfaces& s, std::size_t off, const TQ3Point3D& p) {
 template <bool Directional>
 LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c[3], float e) {
     const std::size_t n = s.count;
-    LWSL_ARRAY(px, s.px);
-    LWSL_ARRAY(py, s.py);
-    LWSL_ARRAY(pz, s.pz);
-    LWSL_ARRAY(nx, s.nx);
-    LWSL_ARRAY(ny, s.ny);
-    LWSL_ARRAY(nz, s.nz);
-    LWSL_ARRAY(gx, s.gx);
-    LWSL_ARRAY(gy, s.gy);
-    LWSL_ARRAY(gz, s.gz);
     float* ox = s.ox.data() + off;
     float* oy = s.oy.data() + off;
     float* oz = s.oz.data() + off;
@@ -235,30 +183,29 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
     float* ly = s.ly.data() + off;
     float* lz = s.lz.data() + off;
     float* ld = s.ld.data() + off;
-    LWSL_FLAGS(shaded, s.shaded);
     const float inf = std::numeric_limits<float>::infinity();
     const float ax = c[0], ay = c[1], az = c[2];
     std::size_t count = 0;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const float x = ax - px[i], y = ay - py[i], z = az - pz[i];
+        const float x = ax - s.px[i], y = ay - s.py[i], z = az - s.pz[i];
         const float to = std::sqrt(x * x + y * y + z * z);
         const float dx = Directional ? ax : x / to, dy = Directional ? ay : y / to,
                     dz = Directional ? az : z / to, d = Directional ? inf : to;
         const bool reaches = Directional || ((d > 0) & (std::fabs(d) <= kFloatMax));
-        const bool faces = nx[i] * dx + ny[i] * dy + nz[i] * dz > 0;
-        const float side = gx[i] * dx + gy[i] * dy + gz[i] * dz >= 0 ? 1.0f : -1.0f;
-        const bool ray = (shaded[i] != 0) & reaches & faces;
-        ox[i] = px[i] + side * e * gx[i];
-        oy[i] = py[i] + side * e * gy[i];
-        oz[i] = pz[i] + side * e * gz[i];
+        const bool faces = s.nx[i] * dx + s.ny[i] * dy + s.nz[i] * dz > 0;
+        const float side = s.gx[i] * dx + s.gy[i] * dy + s.gz[i] * dz >= 0 ? 1.0f : -1.0f;
+        const bool ray = (s.shaded[i] != 0) & reaches & faces;
+        ox[i] = s.px[i] + side * e * s.gx[i];
+        oy[i] = s.py[i] + side * e * s.gy[i];
+        oz[i] = s.pz[i] + side * e * s.gz[i];
         lx[i] = dx;
         ly[i] = dy;
         lz[i] = dz;
         if (!Directional) ld[i] = d;
         tnear[i] = ray ? e : kLeftOut;
         far[i] = ray ? (Directional ? inf : d * (1 - 1e-4f)) : 0.0f;
-        reach[i] = (shaded[i] == 0) | !reaches | faces ? 1.0f : 0.0f;
+        reach[i] = (s.shaded[i] == 0) | !reaches | faces ? 1.0f : 0.0f;
         count += ray ? 1 : 0;
     }
     return count;
@@ -267,19 +214,14 @@ LWSL_WIDE std::size_t shadowGeometry(Surfaces& s, std::size_t off, const float c
 // What an ambient light gives each point.
 LWSL_WIDE void addAmbient(Surfaces& s, const TQ3XLight& l, const float* reach) {
     const std::size_t n = s.count;
-    LWSL_ARRAY(ambient, s.ambient);
-    LWSL_ARRAY(dr, s.dr);
-    LWSL_ARRAY(dg, s.dg);
-    LWSL_ARRAY(db, s.db);
-    LWSL_FLAGS(lit, s.lit);
     const float cr = l.color.r, cg = l.color.g, cb = l.color.b, brightness = l.brightness;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        const float r = reach[i], k = brightness * ambient[i];
-        const bool on = (lit[i] != 0) & (r > 0);
-        dr[i] += on ? r * (k * cr) : 0.0f;
-        dg[i] += on ? r * (k * cg) : 0.0f;
-        db[i] += on ? r * (k * cb) : 0.0f;
+        const float r = reach[i], k = brightness * s.ambient[i];
+        const bool on = (s.lit[i] != 0) & (r > 0);
+        s.dr[i] += on ? r * (k * cr) : 0.0f;
+        s.dg[i] += on ? r * (k * cg) : 0.0f;
+        s.db[i] += on ? r * (k * cb) : 0.0f;
     }
 }
 
@@ -289,31 +231,21 @@ LWSL_WIDE void addAmbient(Surfaces& s, const TQ3XLight& l, const float* reach) {
 template <int Steps>
 LWSL_WIDE void addSpecular(Surfaces& s, const float* reach, float cr, float cg, float cb) {
     const std::size_t n = s.count;
-    LWSL_ARRAY(rv, s.rv);
-    LWSL_ARRAY(st, s.strength);
-    LWSL_ARRAY(sr, s.sr);
-    LWSL_ARRAY(sg, s.sg);
-    LWSL_ARRAY(sb, s.sb);
-    LWSL_ARRAY(ssr, s.ssr);
-    LWSL_ARRAY(ssg, s.ssg);
-    LWSL_ARRAY(ssb, s.ssb);
-    LWSL_FLAGS(digits, s.digits);
-    LWSL_FLAGS(byPow, s.byPow);
-    LWSL_FLAGS(shines, s.shines);
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
-        float power = 1, b = rv[i];
+        float power = 1, b = s.rv[i];
         for (int k = 0; k < Steps; ++k) {
-            power *= (digits[i] >> k) & 1 ? b : 1.0f;
+            power *= (s.digits[i] >> k) & 1 ? b : 1.0f;
             b *= b;
         }
-        const float r = reach[i], p = st[i] * power;
-        const bool now = (shines[i] != 0) & (byPow[i] == 0);
+        const float r = reach[i], p = s.strength[i] * power;
+        const bool now = (s.shines[i] != 0) & (s.byPow[i] == 0);
         // every load outside the selections, which leaves no branch
-        const float Sr = r * (p * cr * sr[i]), Sg = r * (p * cg * sg[i]), Sb = r * (p * cb * sb[i]);
-        ssr[i] += now ? Sr : 0.0f;
-        ssg[i] += now ? Sg : 0.0f;
-        ssb[i] += now ? Sb : 0.0f;
+        const float Sr = r * (p * cr * s.sr[i]), Sg = r * (p * cg * s.sg[i]),
+                    Sb = r * (p * cb * s.sb[i]);
+        s.ssr[i] += now ? Sr : 0.0f;
+        s.ssg[i] += now ? Sg : 0.0f;
+        s.ssb[i] += now ? Sb : 0.0f;
     }
 }
 
@@ -326,34 +258,13 @@ constexpr SpecularLoop kSpecular[8] = {addSpecular<0>, addSpecular<1>, addSpecul
 template <bool Directional, int Attenuation>
 LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const float* reach) {
     const std::size_t n = s.count;
-    LWSL_ARRAY(nx, s.nx);
-    LWSL_ARRAY(ny, s.ny);
-    LWSL_ARRAY(nz, s.nz);
-    LWSL_ARRAY(vx, s.vx);
-    LWSL_ARRAY(vy, s.vy);
-    LWSL_ARRAY(vz, s.vz);
-    LWSL_ARRAY(sr, s.sr);
-    LWSL_ARRAY(sg, s.sg);
-    LWSL_ARRAY(sb, s.sb);
-    LWSL_ARRAY(control, s.control);
-    LWSL_ARRAY(dr, s.dr);
-    LWSL_ARRAY(dg, s.dg);
-    LWSL_ARRAY(db, s.db);
-    LWSL_ARRAY(ssr, s.ssr);
-    LWSL_ARRAY(ssg, s.ssg);
-    LWSL_ARRAY(ssb, s.ssb);
     const float* lx = s.lx.data() + off;
     const float* ly = s.ly.data() + off;
     const float* lz = s.lz.data() + off;
     const float* ld = s.ld.data() + off;
-    LWSL_FLAGS(lit, s.lit);
-    LWSL_FLAGS(phong, s.phong);
     const float cr = l.color.r, cg = l.color.g, cb = l.color.b, brightness = l.brightness;
     const float cx = -l.direction.x, cy = -l.direction.y, cz = -l.direction.z;
     // the diffuse part, and what the specular part needs
-    LWSL_ARRAY(rv, s.rv);
-    LWSL_ARRAY(st, s.strength);
-    std::int32_t* shines = s.shines;
     LWSL_INDEPENDENT
     for (std::size_t i = 0; i < n; ++i) {
         const float r = reach[i], dist = Directional ? 1.0f : ld[i];
@@ -362,29 +273,28 @@ LWSL_WIDE void addLight(Surfaces& s, std::size_t off, const TQ3XLight& l, const 
         const float strength = Attenuation == 1   ? brightness / std::max(dist, 1e-6f)
                                : Attenuation == 2 ? brightness / std::max(dist * dist, 1e-12f)
                                                   : brightness;
-        const float Nx = nx[i], Ny = ny[i], Nz = nz[i];
+        const float Nx = s.nx[i], Ny = s.ny[i], Nz = s.nz[i];
         const float nl = Nx * Lx + Ny * Ly + Nz * Lz;
-        const bool on = (lit[i] != 0) & (r > 0) & (dist > 0) & !(nl <= 0);
+        const bool on = (s.lit[i] != 0) & (r > 0) & (dist > 0) & !(nl <= 0);
         const float k = strength * nl;
-        dr[i] += on ? r * (k * cr) : 0.0f;
-        dg[i] += on ? r * (k * cg) : 0.0f;
-        db[i] += on ? r * (k * cb) : 0.0f;
+        s.dr[i] += on ? r * (k * cr) : 0.0f;
+        s.dg[i] += on ? r * (k * cg) : 0.0f;
+        s.db[i] += on ? r * (k * cb) : 0.0f;
         const float Rx = 2 * nl * Nx - Lx, Ry = 2 * nl * Ny - Ly, Rz = 2 * nl * Nz - Lz;
-        const float v = Rx * vx[i] + Ry * vy[i] + Rz * vz[i];
-        rv[i] = v;
-        st[i] = strength;
-        shines[i] = on & (phong[i] != 0) & (v > 0) ? 1 : 0;
+        const float v = Rx * s.vx[i] + Ry * s.vy[i] + Rz * s.vz[i];
+        s.rv[i] = v;
+        s.strength[i] = strength;
+        s.shines[i] = on & (s.phong[i] != 0) & (v > 0) ? 1 : 0;
     }
     kSpecular[std::clamp(s.steps, 0, 7)](s, reach, cr, cg, cb);
     // the exponents that are not whole, through pow
-    const std::uint32_t* list = s.byPowList;
     for (std::size_t j = 0; j < s.byPowCount; ++j) {
-        const std::uint32_t i = list[j];
-        if (!shines[i]) continue;
-        const float p = st[i] * q3::specularPower(rv[i], control[i]);
-        ssr[i] += reach[i] * (p * cr * sr[i]);
-        ssg[i] += reach[i] * (p * cg * sg[i]);
-        ssb[i] += reach[i] * (p * cb * sb[i]);
+        const std::uint32_t i = s.byPowList[j];
+        if (!s.shines[i]) continue;
+        const float p = s.strength[i] * q3::specularPower(s.rv[i], s.control[i]);
+        s.ssr[i] += reach[i] * (p * cr * s.sr[i]);
+        s.ssg[i] += reach[i] * (p * cg * s.sg[i]);
+        s.ssb[i] += reach[i] * (p * cb * s.sb[i]);
     }
 }
 
@@ -413,39 +323,18 @@ std::size_t Shader::shadowRays(Surfaces& s, std::size_t li) const {
 std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces& s) const {
     s.count = count;
     const Corner* corners = scene.corners();
-    LWSL_ARRAY(gx, s.gx);
-    LWSL_ARRAY(gy, s.gy);
-    LWSL_ARRAY(gz, s.gz);
-    LWSL_ARRAY(nx, s.nx);
-    LWSL_ARRAY(ny, s.ny);
-    LWSL_ARRAY(nz, s.nz);
-    LWSL_ARRAY(br, s.br);
-    LWSL_ARRAY(bg, s.bg);
-    LWSL_ARRAY(bb, s.bb);
-    LWSL_ARRAY(sr, s.sr);
-    LWSL_ARRAY(sg, s.sg);
-    LWSL_ARRAY(sb, s.sb);
-    LWSL_ARRAY(control, s.control);
-    LWSL_ARRAY(ambient, s.ambient);
-    LWSL_ARRAY(alpha, s.alpha);
-    const Batch** batch = s.batch;
-    std::int32_t* hit = s.hit;
-    std::int32_t* flip = s.flip;
-    std::int32_t* lit = s.lit;
-    std::int32_t* phong = s.phong;
-    std::int32_t* shaded = s.shaded;
     std::size_t found = 0;
     // ray by ray, what the triangle, its corners and its style say; the
     // rest goes in the loop over all of them below
     for (std::size_t k = 0; k < count; ++k) {
         const unsigned prim = hits.hit.primID[k];
         const Batch* on = scene.batchHit(hits.hit.geomID[k], prim);
-        batch[k] = on;
+        s.batch[k] = on;
         if (!on) {
-            hit[k] = flip[k] = lit[k] = phong[k] = shaded[k] = 0;
-            gx[k] = gy[k] = gz[k] = nx[k] = ny[k] = nz[k] = 0;
-            br[k] = bg[k] = bb[k] = sr[k] = sg[k] = sb[k] = 0;
-            control[k] = ambient[k] = alpha[k] = 0;
+            s.hit[k] = s.flip[k] = s.lit[k] = s.phong[k] = s.shaded[k] = 0;
+            s.gx[k] = s.gy[k] = s.gz[k] = s.nx[k] = s.ny[k] = s.nz[k] = 0;
+            s.br[k] = s.bg[k] = s.bb[k] = s.sr[k] = s.sg[k] = s.sb[k] = 0;
+            s.control[k] = s.ambient[k] = s.alpha[k] = 0;
             continue;
         }
         ++found;
@@ -454,15 +343,15 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
         const Corner &a = first[t[0]], &b = first[t[1]], &c = first[t[2]];
         const float wb = hits.hit.u[k], wc = hits.hit.v[k], wa = 1 - wb - wc;
         const TQ3Vector3D& g = on->faceNormals[prim];
-        gx[k] = g.x;
-        gy[k] = g.y;
-        gz[k] = g.z;
+        s.gx[k] = g.x;
+        s.gy[k] = g.y;
+        s.gz[k] = g.z;
         const Batch::Look& look = on->look;
-        hit[k] = 1;
-        flip[k] = look.flip;
-        lit[k] = look.lit;
-        phong[k] = look.phong;
-        shaded[k] = shadows && look.receivesShadows;
+        s.hit[k] = 1;
+        s.flip[k] = look.flip;
+        s.lit[k] = look.lit;
+        s.phong[k] = look.phong;
+        s.shaded[k] = shadows && look.receivesShadows;
         // the attributes: weighted, or those of corner 0 with the face
         // normal where the style is flat
         // (the weighted attributes come in fours: normal and red; green,
@@ -471,48 +360,47 @@ std::size_t Shader::prepare(const RTCRayHitNp& hits, std::size_t count, Surfaces
         const Four m0 = mixFour(a, b, c, 0, wa, wb, wc), m1 = mixFour(a, b, c, 1, wa, wb, wc),
                    m2 = mixFour(a, b, c, 2, wa, wb, wc);
         if (look.flat) {
-            nx[k] = g.x;
-            ny[k] = g.y;
-            nz[k] = g.z;
-            br[k] = a.dr;
-            bg[k] = a.dg;
-            bb[k] = a.db;
-            sr[k] = a.sr;
-            sg[k] = a.sg;
-            sb[k] = a.sb;
-            control[k] = a.control;
-            ambient[k] = a.ambient;
+            s.nx[k] = g.x;
+            s.ny[k] = g.y;
+            s.nz[k] = g.z;
+            s.br[k] = a.dr;
+            s.bg[k] = a.dg;
+            s.bb[k] = a.db;
+            s.sr[k] = a.sr;
+            s.sg[k] = a.sg;
+            s.sb[k] = a.sb;
+            s.control[k] = a.control;
+            s.ambient[k] = a.ambient;
         } else {
-            nx[k] = m0[0];
-            ny[k] = m0[1];
-            nz[k] = m0[2];
-            br[k] = m0[3];
-            bg[k] = m1[0];
-            bb[k] = m1[1];
-            sr[k] = m1[2];
-            sg[k] = m1[3];
-            sb[k] = m2[0];
-            control[k] = m2[1];
-            ambient[k] = m2[2];
+            s.nx[k] = m0[0];
+            s.ny[k] = m0[1];
+            s.nz[k] = m0[2];
+            s.br[k] = m0[3];
+            s.bg[k] = m1[0];
+            s.bb[k] = m1[1];
+            s.sr[k] = m1[2];
+            s.sg[k] = m1[3];
+            s.sb[k] = m2[0];
+            s.control[k] = m2[1];
+            s.ambient[k] = m2[2];
         }
         const float opacity = m2[3];
-        alpha[k] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
+        s.alpha[k] = std::fabs(opacity) <= kFloatMax ? std::clamp(opacity, 0.0f, 1.0f) : 0.0f;
         if (on->textured) {
             const Four m3 = mixFour(a, b, c, 3, wa, wb, wc);
             const TQ3ColorARGB tc = q3::sampleTexture(on->texture, m3[0], m3[1]);
-            br[k] = tc.r;
-            bg[k] = tc.g;
-            bb[k] = tc.b;
-            alpha[k] *= clamp01(tc.a);
+            s.br[k] = tc.r;
+            s.bg[k] = tc.g;
+            s.bb[k] = tc.b;
+            s.alpha[k] *= clamp01(tc.a);
         }
     }
     completeSurfaces(s, hits.ray);
     // the points whose exponents go to pow, listed with no branch: they lie
     // either side of those that do not
-    std::uint32_t* list = s.byPowList;
     std::size_t listed = 0;
     for (std::size_t k = 0; k < count; ++k) {
-        list[listed] = static_cast<std::uint32_t>(k);
+        s.byPowList[listed] = static_cast<std::uint32_t>(k);
         listed += static_cast<std::size_t>(s.byPow[k]);
     }
     s.byPowCount = listed;
@@ -578,8 +466,5 @@ Shaded Shader::shade(Surfaces& one, std::uint64_t& shadowCount) const {
     finish(one);
     return {one.fr[0], one.fg[0], one.fb[0], one.fa[0]};
 }
-
-#undef LWSL_ARRAY
-#undef LWSL_FLAGS
 
 } // namespace lwsl
