@@ -7,9 +7,9 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cmath>
 #include <cstring>
-#include <iterator>
 #include <limits>
 
 namespace lwsl {
@@ -44,6 +44,7 @@ template <typename T> void grow(std::vector<T>& v, std::size_t n) {
 } // namespace
 
 void Surfaces::resize(std::size_t n, std::size_t lights) {
+    assert(n <= kMost);
     for (std::vector<float>* v : {&lx, &ly, &lz, &ld, &ox, &oy, &oz, &tnear, &far, &reach})
         grow(*v, n * lights);
     constants.resize(n * lights);
