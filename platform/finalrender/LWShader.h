@@ -34,7 +34,6 @@ struct Surfaces {
     static constexpr std::size_t kRoom = kMost + 16;
     // Room for n points (at most kMost) and as many lights.
     void resize(std::size_t n, std::size_t lights);
-    std::size_t size() const { return count; }
 
     std::size_t count = 0;
     std::int32_t hit[kRoom];               // the ray met a surface
