@@ -1,7 +1,8 @@
-// TIFF through libtiff. 8-bit RGB, RGB with transparency and CMYK in strips
-// are read sample for sample, so that they round-trip exactly; any other
-// TIFF that libtiff can decode (grey, palette, 16-bit, tiled, YCbCr, ...) is
-// read through its RGBA reader. Whatever the orientation tag says, the image
+// TIFF through libtiff. 8-bit RGB and RGB with transparency in strips, and
+// CMYK of 8 or 16 bits in strips or tiles, are read sample for sample, so
+// that 8-bit files round-trip exactly; any other TIFF that libtiff can decode
+// (grey, palette, 16-bit or tiled RGB, YCbCr, ...) is read through its RGBA
+// reader. Whatever the orientation tag says, the image
 // comes out upright: rows top-down, columns left to right.
 #include "hosts/ImageFiles.h"
 
@@ -67,37 +68,83 @@ void Unpremultiply(uint8_t* px) {
         px[k] = uint8_t(std::min(255u, (px[k] * 255u + a / 2) / a));
 }
 
-bool ReadScanlines(TIFF* tif, HostImage& image, uint16_t planar, int samples, bool associated,
-                   const std::string& path, const TiffMessages& messages, std::string& error) {
-    const tmsize_t lineSize = TIFFScanlineSize(tif);
-    const tmsize_t wanted =
-        planar == PLANARCONFIG_CONTIG ? tmsize_t(image.width) * samples : tmsize_t(image.width);
-    if (lineSize < wanted) {
-        error = path + ": inconsistent TIFF scanline size";
+// Puts `count` pixels' samples, as stored from (row, col) on, into the image:
+// all of each pixel's colour (and transparency) samples when they are
+// stored together, or the one plane `plane` when each has its own. 16-bit
+// samples are rounded to the nearest 8-bit value, as libtiff's own reader
+// and Qt do for the other deep inputs.
+void PutSamples(HostImage& image, int row, int col, int count, const uint8_t* src, int perPixel,
+                int sampleBytes, int plane) {
+    const int planes = image.Planes();
+    const auto sample = [sampleBytes](const uint8_t* at) {
+        if (sampleBytes == 1) return *at;
+        uint16_t v;
+        std::memcpy(&v, at, 2); // libtiff hands samples over in the machine's byte order
+        return uint8_t((unsigned(v) + 128u) / 257u);
+    };
+    uint8_t* dst = image.Pixel(row, col);
+    const size_t stride = size_t(perPixel) * size_t(sampleBytes);
+    for (int i = 0; i < count; ++i, src += stride, dst += planes) {
+        if (plane < 0) {
+            for (int p = 0; p < planes; ++p)
+                dst[p] = sample(src + p * sampleBytes);
+        } else {
+            dst[plane] = sample(src);
+        }
+    }
+}
+
+// Reads the samples as stored, in strips or in tiles, 8 or 16 bits each,
+// with the planes together or apart.
+bool ReadSamples(TIFF* tif, HostImage& image, uint16_t planar, int samples, int bits,
+                 bool associated, const std::string& path, const TiffMessages& messages,
+                 std::string& error) {
+    const bool contig = planar == PLANARCONFIG_CONTIG;
+    const int perPixel = contig ? samples : 1;
+    const int sampleBytes = bits / 8;
+    const int planes = image.Planes();
+    const int passes = contig ? 1 : samples;
+    const bool tiled = TIFFIsTiled(tif);
+    uint32_t tileWidth = uint32_t(image.width), tileLength = 1;
+    if (tiled && (!TIFFGetField(tif, TIFFTAG_TILEWIDTH, &tileWidth) ||
+                  !TIFFGetField(tif, TIFFTAG_TILELENGTH, &tileLength) || tileWidth == 0 ||
+                  tileLength == 0)) {
+        error = path + ": damaged TIFF: no tile size";
         return false;
     }
-    std::vector<uint8_t> line;
+    const uint64_t wanted = uint64_t(tileWidth) * tileLength * perPixel * sampleBytes;
+    const uint64_t stored = tiled ? TIFFTileSize64(tif) : uint64_t(TIFFScanlineSize64(tif));
+    if (stored < wanted || stored > kMaxImageBytes) {
+        error = path + ": inconsistent TIFF " + (tiled ? "tile" : "scanline") + " size";
+        return false;
+    }
+    std::vector<uint8_t> buffer;
     try {
-        line.resize(size_t(lineSize));
+        buffer.resize(size_t(stored));
     } catch (const std::bad_alloc&) {
         error = path + ": out of memory reading the TIFF";
         return false;
     }
-    const int planes = image.Planes();
-    const int passes = planar == PLANARCONFIG_CONTIG ? 1 : samples;
+    const size_t rowBytes = size_t(tileWidth) * size_t(perPixel) * size_t(sampleBytes);
     for (int pass = 0; pass < passes; ++pass) {
-        for (int row = 0; row < image.height; ++row) {
-            if (TIFFReadScanline(tif, line.data(), uint32_t(row), uint16_t(pass)) < 0) {
-                error = path + ": damaged TIFF: " + Reason(messages, "cannot read a scanline");
-                return false;
-            }
-            uint8_t* dst = image.Pixel(row, 0);
-            if (planar == PLANARCONFIG_CONTIG) {
-                for (int col = 0; col < image.width; ++col)
-                    std::memcpy(dst + col * planes, line.data() + col * samples, size_t(planes));
-            } else if (pass < planes) {
-                for (int col = 0; col < image.width; ++col)
-                    dst[col * planes + pass] = line[col];
+        const int plane = contig ? -1 : pass;
+        if (plane >= planes) continue;
+        for (uint32_t top = 0; top < uint32_t(image.height); top += tileLength) {
+            for (uint32_t left = 0; left < uint32_t(image.width); left += tileWidth) {
+                const bool read =
+                    tiled ? TIFFReadTile(tif, buffer.data(), left, top, 0, uint16_t(pass)) >= 0
+                          : TIFFReadScanline(tif, buffer.data(), top, uint16_t(pass)) >= 0;
+                if (!read) {
+                    error =
+                        path + ": damaged TIFF: " +
+                        Reason(messages, tiled ? "cannot read a tile" : "cannot read a scanline");
+                    return false;
+                }
+                const int count = int(std::min<uint32_t>(tileWidth, uint32_t(image.width) - left));
+                const int rows = int(std::min<uint32_t>(tileLength, uint32_t(image.height) - top));
+                for (int r = 0; r < rows; ++r)
+                    PutSamples(image, int(top) + r, int(left), count,
+                               buffer.data() + size_t(r) * rowBytes, perPixel, sampleBytes, plane);
             }
         }
     }
@@ -249,7 +296,7 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
     }
     uint32_t width = 0, height = 0;
     uint16_t bits = 8, samples = 1, photometric = PHOTOMETRIC_RGB, planar = PLANARCONFIG_CONTIG;
-    uint16_t inkSet = INKSET_CMYK;
+    uint16_t inkSet = INKSET_CMYK, sampleFormat = SAMPLEFORMAT_UINT;
     uint16_t extraCount = 0;
     uint16_t* extra = nullptr;
     TIFFGetField(tif.get(), TIFFTAG_IMAGEWIDTH, &width);
@@ -263,6 +310,7 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
         return false;
     }
     TIFFGetFieldDefaulted(tif.get(), TIFFTAG_INKSET, &inkSet);
+    TIFFGetFieldDefaulted(tif.get(), TIFFTAG_SAMPLEFORMAT, &sampleFormat);
     uint16_t orientation = ORIENTATION_TOPLEFT;
     TIFFGetFieldDefaulted(tif.get(), TIFFTAG_ORIENTATION, &orientation);
     if (width == 0 || height == 0 || width > uint32_t(kMaxImageSide) ||
@@ -287,8 +335,8 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
             error = path + ": unsupported TIFF: CMYK with transparency";
             return false;
         }
-        if (bits != 8 || !strips) {
-            error = path + ": unsupported TIFF: CMYK must have 8 bits per sample, in strips";
+        if ((bits != 8 && bits != 16) || sampleFormat != SAMPLEFORMAT_UINT) {
+            error = path + ": unsupported TIFF: CMYK must have 8 or 16 bits per sample";
             return false;
         }
         HostImage made;
@@ -296,7 +344,7 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
             error = path + ": " + error;
             return false;
         }
-        if (!ReadScanlines(tif.get(), made, planar, samples, false, path, messages, error) ||
+        if (!ReadSamples(tif.get(), made, planar, samples, bits, false, path, messages, error) ||
             !TurnUpright(made, orientation, path, error))
             return false;
         ReadExtras(tif.get(), bits, orientation, extras);
@@ -312,8 +360,9 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
         return false;
     }
     const bool ok =
-        direct ? ReadScanlines(tif.get(), made, planar, samples, associated, path, messages, error)
-               : ReadThroughRgba(tif.get(), made, alphaSample, orientation, path, messages, error);
+        direct
+            ? ReadSamples(tif.get(), made, planar, samples, bits, associated, path, messages, error)
+            : ReadThroughRgba(tif.get(), made, alphaSample, orientation, path, messages, error);
     if (!ok || !TurnUpright(made, orientation, path, error)) return false;
     ReadExtras(tif.get(), bits, orientation, extras);
     image = std::move(made);

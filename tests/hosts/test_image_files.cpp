@@ -193,6 +193,103 @@ TEST(HostImageFiles, OtherTiffLayoutsAreRead) {
     ExpectSamePixels(read, rgb);
 }
 
+TEST(HostImageFiles, DeepAndTiledCmykTiffIsReadAsEightBitCmyk) {
+    const std::string dir = ScratchDir("deepcmyk");
+    constexpr int w = 21, h = 18, tile = 16;
+    const HostImage want = Pattern(w, h, ColourModel::CMYK, false);
+    // A 16-bit sample whose nearest 8-bit value is the pattern's, but whose
+    // high byte alone is not: truncating or misplacing a sample shows.
+    const auto deep = [](uint8_t v) { return uint16_t(v * 257 + (v < 128 ? 128 : -128)); };
+    struct Case {
+        const char* name;
+        uint16_t bits, planar, orientation;
+        bool tiled;
+    } cases[] = {{"deep-strips", 16, PLANARCONFIG_CONTIG, ORIENTATION_TOPLEFT, false},
+                 {"deep-tiles-planes", 16, PLANARCONFIG_SEPARATE, ORIENTATION_TOPLEFT, true},
+                 {"tiles-turned", 8, PLANARCONFIG_CONTIG, ORIENTATION_RIGHTTOP, true}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        // Stored as the orientation says: for "right, top" the stored rows are
+        // the picture's columns, right to left.
+        const bool across = c.orientation == ORIENTATION_RIGHTTOP;
+        const int sw = across ? h : w, sh = across ? w : h;
+        const auto stored = [&](int r, int col, int p) {
+            return across ? want.Pixel(col, w - 1 - r)[p] : want.Pixel(r, col)[p];
+        };
+        const std::string in = dir + "/" + c.name + ".tif";
+        TIFF* t = NewTiff(in, uint32_t(sw), uint32_t(sh), c.bits, 4, PHOTOMETRIC_SEPARATED);
+        ASSERT_NE(t, nullptr);
+        TIFFSetField(t, TIFFTAG_PLANARCONFIG, c.planar);
+        TIFFSetField(t, TIFFTAG_ORIENTATION, c.orientation);
+        TIFFSetField(t, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
+        const bool contig = c.planar == PLANARCONFIG_CONTIG;
+        const int perPixel = contig ? 4 : 1, across16 = c.tiled ? tile : sw;
+        const int down = c.tiled ? tile : 1;
+        if (c.tiled) {
+            TIFFSetField(t, TIFFTAG_TILEWIDTH, tile);
+            TIFFSetField(t, TIFFTAG_TILELENGTH, tile);
+        } else {
+            TIFFSetField(t, TIFFTAG_ROWSPERSTRIP, 4);
+        }
+        std::vector<uint16_t> block(size_t(across16 * down * perPixel));
+        for (int s = 0; s < (contig ? 1 : 4); ++s)
+            for (int top = 0; top < sh; top += down)
+                for (int left = 0; left < sw; left += across16) {
+                    size_t k = 0;
+                    for (int r = top; r < top + down; ++r)
+                        for (int col = left; col < left + across16; ++col)
+                            for (int p = contig ? 0 : s; p < (contig ? 4 : s + 1); ++p) {
+                                const uint8_t v = r < sh && col < sw ? stored(r, col, p) : 0;
+                                block[k++] = c.bits == 16 ? deep(v) : v;
+                            }
+                    if (c.bits == 8) // the same values, one byte each
+                        for (size_t i = 0; i < k; ++i)
+                            reinterpret_cast<uint8_t*>(block.data())[i] = uint8_t(block[i]);
+                    const tmsize_t done =
+                        c.tiled ? TIFFWriteTile(t, block.data(), uint32_t(left), uint32_t(top), 0,
+                                                uint16_t(s))
+                                : TIFFWriteScanline(t, block.data(), uint32_t(top), uint16_t(s));
+                    ASSERT_GE(done, 0);
+                }
+        TIFFClose(t);
+
+        HostImage read;
+        ImageExtras extras;
+        std::string error;
+        ASSERT_TRUE(ReadImageFile(in, read, error, &extras)) << error;
+        ExpectSamePixels(read, want);
+        EXPECT_EQ(extras.notes.size(), c.bits == 16 ? 1u : 0u);
+
+        // Cut short, the file is refused with the reason, not read in part.
+        const std::string whole = ReadText(in);
+        WriteBytes(dir + "/cut.tif", whole.substr(0, whole.size() * 2 / 3));
+        HostImage cut;
+        EXPECT_FALSE(ReadImageFile(dir + "/cut.tif", cut, error));
+        EXPECT_NE(error.find("cut.tif"), std::string::npos) << error;
+        EXPECT_TRUE(cut.pixels.empty());
+    }
+
+    // Transparency and inks other than CMYK are still refused by name.
+    TIFF* t = NewTiff(dir + "/alpha.tif", 2, 1, 16, 5, PHOTOMETRIC_SEPARATED);
+    ASSERT_NE(t, nullptr);
+    const uint16_t alpha[1] = {EXTRASAMPLE_UNASSALPHA};
+    TIFFSetField(t, TIFFTAG_EXTRASAMPLES, 1, alpha);
+    std::vector<uint16_t> line(10, 1000);
+    TIFFWriteScanline(t, line.data(), 0, 0);
+    TIFFClose(t);
+    t = NewTiff(dir + "/inks.tif", 2, 1, 16, 4, PHOTOMETRIC_SEPARATED);
+    ASSERT_NE(t, nullptr);
+    TIFFSetField(t, TIFFTAG_INKSET, INKSET_MULTIINK);
+    TIFFWriteScanline(t, line.data(), 0, 0);
+    TIFFClose(t);
+    HostImage read;
+    std::string error;
+    EXPECT_FALSE(ReadImageFile(dir + "/alpha.tif", read, error));
+    EXPECT_NE(error.find("CMYK with transparency"), std::string::npos) << error;
+    EXPECT_FALSE(ReadImageFile(dir + "/inks.tif", read, error));
+    EXPECT_NE(error.find("other than CMYK"), std::string::npos) << error;
+}
+
 TEST(HostImageFiles, BadInputGivesAMessageNamingTheFile) {
     const std::string dir = ScratchDir("badinput");
     const HostImage image = Pattern(30, 30, ColourModel::RGB, false);
