@@ -156,7 +156,7 @@ std::string UsageText() {
            "       plumet --about | --info [--plugin PATH]\n"
            "Runs the filter module over INPUT (PNG, JPEG or TIFF) and writes OUTPUT; the\n"
            "format follows OUTPUT's extension (.png, .jpg, .jpeg, .tif, .tiff). CMYK\n"
-           "images are written as TIFF only.\n"
+           "images are written as TIFF or JPEG only.\n"
            "\n"
            "Options:\n"
            "  --select X,Y,W,H        filter only this rectangle of the image\n"

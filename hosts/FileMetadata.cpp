@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <mutex>
 
 namespace plumet::hosts {
@@ -66,6 +67,20 @@ bool OtherImageGroup(const std::string& group) {
            std::isdigit(static_cast<unsigned char>(group[5]));
 }
 
+// The value of a numeric EXIF tag; `fallback` when it is missing or not a
+// number.
+double ExifNumber(const Exiv2::ExifData& exif, const char* key, double fallback) {
+    const auto at = exif.findKey(Exiv2::ExifKey(key));
+    if (at == exif.end() || at->count() == 0) return fallback;
+    const float value = at->toFloat(0);
+    return std::isfinite(value) ? value : fallback;
+}
+
+uint16_t OrientationOf(const Exiv2::ExifData& exif) {
+    const double orientation = ExifNumber(exif, "Exif.Image.Orientation", 1);
+    return orientation >= 1 && orientation <= 8 ? uint16_t(orientation) : 1;
+}
+
 template <class Data, class Key, class Value>
 void SetIfPresent(Data& data, const char* key, const Value& value) {
     const auto at = data.findKey(Key(key));
@@ -99,6 +114,18 @@ std::shared_ptr<const FileMetadata> FileMetadata::Read(const std::string& path,
         return std::shared_ptr<const FileMetadata>(new FileMetadata(std::move(data)));
     } catch (...) {
         return nullptr;
+    }
+}
+
+uint16_t FileMetadata::Orientation(const std::string& path) {
+    QuietLibrary();
+    try {
+        auto image = Exiv2::ImageFactory::open(path);
+        if (!image.get()) return 1;
+        image->readMetadata();
+        return OrientationOf(image->exifData());
+    } catch (...) {
+        return 1;
     }
 }
 

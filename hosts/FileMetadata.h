@@ -24,6 +24,10 @@ class FileMetadata {
     static std::shared_ptr<const FileMetadata> Read(const std::string& path,
                                                     std::vector<uint8_t>* profile = nullptr);
 
+    // The orientation a file's EXIF states, 1 to 8 as in TIFF; 1 (upright)
+    // when it states none or cannot be read.
+    static uint16_t Orientation(const std::string& path);
+
     // Puts the metadata into an image file of `width` by `height` upright
     // pixels: the orientation becomes "upright", the pixel dimensions follow
     // the image, and what described the input's own layout (strips, a

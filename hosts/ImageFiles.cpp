@@ -93,8 +93,12 @@ bool ReadImageFile(const std::string& path, HostImage& image, std::string& error
         return false;
     }
     ImageExtras read;
-    const bool ok = LooksLikeTiff(path) ? ReadTiffFile(path, image, read, error)
-                                        : ReadQtImageFile(path, image, read, error);
+    const bool tiff = LooksLikeTiff(path);
+    JpegHeader jpeg;
+    const bool isJpeg = !tiff && ReadJpegHeader(path, jpeg);
+    const bool ok = tiff                  ? ReadTiffFile(path, image, read, error)
+                    : isJpeg && jpeg.cmyk ? ReadCmykJpegFile(path, image, read, error)
+                                          : ReadQtImageFile(path, image, read, error);
     if (!ok || !extras) return ok;
     // A profile the format's reader could not make sense of is the file's
     // all the same: it goes on as it stands, if it is for such colours.
@@ -111,8 +115,9 @@ bool CanWriteImageFile(const std::string& path, const HostImage& image, std::str
         error = path + ": unsupported output format (use .png, .jpg, .jpeg, .tif or .tiff)";
         return false;
     }
-    if (image.model == ColourModel::CMYK && format != ImageFormat::TIFF) {
-        error = path + ": a CMYK image can only be written as TIFF (.tif or .tiff)";
+    if (image.model == ColourModel::CMYK && format == ImageFormat::PNG) {
+        error = path + ": a CMYK image can only be written as TIFF or JPEG (.tif, .tiff, .jpg or "
+                       ".jpeg)";
         return false;
     }
     // Before any work, prove that a file can be made there.
@@ -150,7 +155,9 @@ bool WriteImageFile(const std::string& path, const HostImage& image, std::string
     const ImageExtras& with = extras ? *extras : none;
     const ImageFormat format = FormatFromExtension(path);
     bool written = format == ImageFormat::TIFF ? WriteTiffFile(temp, image, with, error)
-                                               : WriteQtImageFile(temp, format, image, with, error);
+                   : image.model == ColourModel::CMYK
+                       ? WriteCmykJpegFile(temp, image, with, error)
+                       : WriteQtImageFile(temp, format, image, with, error);
     if (written && with.metadata)
         written = with.metadata->WriteInto(temp, image.width, image.height, error);
     if (!written) {

@@ -1,5 +1,6 @@
-// Reading and writing image files: PNG and JPEG through Qt's image I/O, TIFF
-// (RGB, RGB with transparency, CMYK) through libtiff.
+// Reading and writing image files: PNG and JPEG through Qt's image I/O, CMYK
+// JPEG through libjpeg, TIFF (RGB, RGB with transparency, CMYK) through
+// libtiff.
 #ifndef PLUMET_HOSTS_IMAGEFILES_H
 #define PLUMET_HOSTS_IMAGEFILES_H
 
@@ -35,7 +36,7 @@ ImageFormat FormatFromExtension(const std::string& path);
 
 // Reads an image. TIFF is recognised by its header; everything else goes to
 // Qt's readers. RGB files become flat RGB images, files with transparency
-// become RGB layers, CMYK TIFF becomes a flat CMYK image. On failure returns
+// become RGB layers, CMYK TIFF and JPEG become flat CMYK images. On failure returns
 // false with a one-line message naming the file. A damaged file is refused,
 // not read in part. With `extras`, also what the file holds besides pixels.
 bool ReadImageFile(const std::string& path, HostImage& image, std::string& error,
@@ -50,7 +51,7 @@ bool CanWriteImageFile(const std::string& path, const HostImage& image, std::str
 // under a temporary name beside it and renamed at the end, so that a failure
 // never leaves a partial file; a symbolic link is written through to its
 // target. PNG and TIFF keep transparency; JPEG cannot hold it, so a layer is
-// flattened over white first. CMYK goes to TIFF only. With `extras`, the
+// flattened over white first. CMYK goes to TIFF or JPEG only. With `extras`, the
 // resolution, colour profile and metadata go into the file too.
 bool WriteImageFile(const std::string& path, const HostImage& image, std::string& error,
                     const ImageExtras* extras = nullptr);
@@ -67,8 +68,33 @@ bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& ext
 bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostImage& image,
                       const ImageExtras& extras, std::string& error);
 
+// What libjpeg finds in a JPEG's header, without decoding it.
+struct JpegHeader {
+    bool cmyk = false;     // four colour components, CMYK or YCCK
+    bool inverted = false; // an Adobe marker: values stored as 255 - ink
+    double dpiX = 0;       // the JFIF resolution; 0: the file states none
+    double dpiY = 0;
+};
+// False when the file is not a JPEG whose header libjpeg can read.
+bool ReadJpegHeader(const std::string& path, JpegHeader& header);
+// CMYK and YCCK JPEG as a flat CMYK image, and a CMYK image as CMYK JPEG (in
+// JpegFiles.cpp).
+bool ReadCmykJpegFile(const std::string& path, HostImage& image, ImageExtras& extras,
+                      std::string& error);
+bool WriteCmykJpegFile(const std::string& path, const HostImage& image, const ImageExtras& extras,
+                       std::string& error);
+
+// Turns pixels read as stored into the upright picture an orientation (TIFF
+// and EXIF number them alike, 1 to 8) describes.
+bool TurnUpright(HostImage& image, uint16_t orientation, const std::string& path,
+                 std::string& error);
+// Whether the stored rows are the picture's columns (orientations 5 to 8).
+bool StoredAcross(uint16_t orientation);
+
 // The note for an image of more than 8 bits a channel.
 extern const char* const kDeepImageNote;
+// The quality JPEG files are written with.
+constexpr int kJpegQuality = 92;
 
 } // namespace plumet::hosts
 

@@ -242,7 +242,7 @@ bool WriteQtImageFile(const std::string& path, ImageFormat format, const HostIma
     }
     DiagnosticCatcher catcher;
     QImageWriter writer(ToQString(path), format == ImageFormat::PNG ? "png" : "jpeg");
-    if (format == ImageFormat::JPEG) writer.setQuality(92);
+    if (format == ImageFormat::JPEG) writer.setQuality(kJpegQuality);
     if (!writer.write(out)) {
         error = path + ": cannot write: " + writer.errorString().toStdString() + catcher.Detail();
         return false;

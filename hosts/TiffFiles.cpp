@@ -192,14 +192,14 @@ bool ReadThroughRgba(TIFF* tif, HostImage& image, bool hasAlpha, uint16_t orient
     return true;
 }
 
-// Whether the stored rows are the picture's columns (orientations 5 to 8).
+} // namespace
+
 bool StoredAcross(uint16_t orientation) {
     return orientation >= ORIENTATION_LEFTTOP && orientation <= ORIENTATION_LEFTBOT;
 }
 
-// Turns pixels read as stored into the upright picture the orientation tag
-// describes. A mirror or a half turn is done in place; a quarter turn needs a
-// second buffer the size of the image while it lasts.
+// A mirror or a half turn is done in place; a quarter turn needs a second
+// buffer the size of the image while it lasts.
 bool TurnUpright(HostImage& image, uint16_t orientation, const std::string& path,
                  std::string& error) {
     // Whether the stored rows, and the pixels along them, run against the
@@ -261,6 +261,8 @@ bool TurnUpright(HostImage& image, uint16_t orientation, const std::string& path
     image = std::move(turned);
     return true;
 }
+
+namespace {
 
 constexpr double kCentimetresPerInch = 2.54;
 

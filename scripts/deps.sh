@@ -6,7 +6,7 @@ plumet_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     qt6-base-dev qt6-base-dev-tools libgl-dev
     libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-urw-base35 fonts-liberation2
-    libembree-dev libtiff-dev libexiv2-dev libglu1-mesa-dev
+    libembree-dev libtiff-dev libjpeg62-turbo-dev libexiv2-dev libglu1-mesa-dev
     clang libfuzzer-14-dev
     gimp libgimp2.0-dev xvfb xauth xdotool x11-utils
 )

@@ -6,9 +6,11 @@
 #include <QColorSpace>
 #include <exiv2/exiv2.hpp>
 #include <gtest/gtest.h>
+#include <jpeglib.h>
 #include <tiffio.h>
 #include <zlib.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -93,6 +95,49 @@ std::string ExifText(const std::string& path, const char* key) {
     }
     const auto at = image->exifData().findKey(Exiv2::ExifKey(key));
     return at == image->exifData().end() ? "" : at->toString();
+}
+
+// Writes a JPEG with libjpeg itself, as other programs do: CMYK stored
+// inverted under an Adobe marker, as image editors save it, or RGB with no
+// JFIF header, as a camera saves it.
+void WriteJpeg(const std::string& path, const HostImage& image,
+               const std::vector<uint8_t>& profile = {}) {
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    ASSERT_NE(file, nullptr);
+    jpeg_compress_struct c;
+    jpeg_error_mgr errors;
+    c.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&c);
+    jpeg_stdio_dest(&c, file);
+    const bool cmyk = image.model == ColourModel::CMYK;
+    c.image_width = JDIMENSION(image.width);
+    c.image_height = JDIMENSION(image.height);
+    c.input_components = image.Planes();
+    c.in_color_space = cmyk ? JCS_CMYK : JCS_RGB;
+    jpeg_set_defaults(&c);
+    if (cmyk) jpeg_set_colorspace(&c, JCS_YCCK);
+    c.write_JFIF_header = FALSE;
+    jpeg_set_quality(&c, 95, TRUE);
+    jpeg_start_compress(&c, TRUE);
+    if (!profile.empty()) jpeg_write_icc_profile(&c, profile.data(), unsigned(profile.size()));
+    std::vector<uint8_t> row(image.RowBytes());
+    for (int r = 0; r < image.height; ++r) {
+        for (size_t i = 0; i < row.size(); ++i)
+            row[i] = cmyk ? uint8_t(255 - image.Pixel(r, 0)[i]) : image.Pixel(r, 0)[i];
+        JSAMPROW rows[1] = {row.data()};
+        jpeg_write_scanlines(&c, rows, 1);
+    }
+    jpeg_finish_compress(&c);
+    jpeg_destroy_compress(&c);
+    std::fclose(file);
+}
+
+// The largest difference between two images' bytes.
+int Worst(const HostImage& a, const HostImage& b) {
+    int worst = 0;
+    for (size_t i = 0; i < std::min(a.pixels.size(), b.pixels.size()); ++i)
+        worst = std::max(worst, std::abs(int(a.pixels[i]) - int(b.pixels[i])));
+    return worst;
 }
 
 } // namespace
@@ -323,8 +368,6 @@ TEST(HostImageFiles, WritingRefusesWhatTheFormatCannotHoldAndLeavesNoFile) {
     const HostImage rgb = Pattern(8, 8, ColourModel::RGB, false);
     std::string error;
     EXPECT_FALSE(WriteImageFile(dir + "/cmyk.png", cmyk, error));
-    EXPECT_NE(error.find("TIFF"), std::string::npos) << error;
-    EXPECT_FALSE(WriteImageFile(dir + "/cmyk.jpg", cmyk, error));
     EXPECT_FALSE(WriteImageFile(dir + "/rgb.bmp", rgb, error));
     EXPECT_NE(error.find("unsupported output format"), std::string::npos) << error;
     EXPECT_FALSE(WriteImageFile(dir + "/no/such/dir/rgb.png", rgb, error));
@@ -531,4 +574,73 @@ TEST(HostImageFiles, ColourProfileQtCannotParseIsCarriedAsItIs) {
             EXPECT_EQ(rawProfile(out), icc);
         }
     }
+}
+
+TEST(HostImageFiles, CmykJpegStaysCmykWithItsProfileAndMetadata) {
+    const std::string dir = ScratchDir("cmykjpeg");
+    // Smooth ink ramps, which JPEG keeps closely, different in every plane.
+    constexpr int w = 48, h = 32;
+    HostImage inks;
+    std::string error;
+    ASSERT_TRUE(MakeImage(w, h, ColourModel::CMYK, false, inks, error));
+    for (int r = 0; r < h; ++r)
+        for (int c = 0; c < w; ++c) {
+            uint8_t* px = inks.Pixel(r, c);
+            px[0] = uint8_t(c * 5), px[1] = uint8_t(r * 7), px[2] = 200, px[3] = uint8_t(40 + c);
+        }
+    // A printer's CMYK profile header; its class and colours are what count.
+    std::vector<uint8_t> icc(132, 0);
+    icc[3] = 132, icc[8] = 2, icc[9] = 0x10;
+    std::memcpy(&icc[12], "prtrCMYKLab ", 12);
+    std::memcpy(&icc[36], "acsp", 4);
+    const std::string in = dir + "/in.jpg";
+    WriteJpeg(in, inks, icc);
+    {
+        auto image = Exiv2::ImageFactory::open(in);
+        image->readMetadata();
+        image->exifData()["Exif.Image.Orientation"] = uint16_t(6);
+        image->exifData()["Exif.Image.Model"] = "Plumet Test";
+        image->xmpData()["Xmp.dc.title"] = "Poster";
+        image->writeMetadata();
+    }
+    HostImage read;
+    ImageExtras extras;
+    ASSERT_TRUE(ReadImageFile(in, read, error, &extras)) << error;
+    ASSERT_EQ(read.model, ColourModel::CMYK);
+    // Stored on its side: stored (r, c) is upright (c, h - 1 - r).
+    ASSERT_EQ(read.width, h);
+    ASSERT_EQ(read.height, w);
+    HostImage upright;
+    ASSERT_TRUE(MakeImage(h, w, ColourModel::CMYK, false, upright, error));
+    for (int r = 0; r < h; ++r)
+        for (int c = 0; c < w; ++c)
+            std::memcpy(upright.Pixel(c, h - 1 - r), inks.Pixel(r, c), 4);
+    EXPECT_LT(Worst(read, upright), 12);
+    EXPECT_EQ(extras.iccProfile, icc);
+
+    // Written as CMYK JPEG, inverted under the Adobe marker, with what the
+    // input held besides pixels; PNG cannot hold CMYK.
+    const std::string out = dir + "/out.jpeg";
+    ASSERT_TRUE(WriteImageFile(out, read, error, &extras)) << error;
+    JpegHeader header;
+    ASSERT_TRUE(ReadJpegHeader(out, header));
+    EXPECT_TRUE(header.cmyk);
+    EXPECT_TRUE(header.inverted);
+    HostImage again;
+    ImageExtras kept;
+    ASSERT_TRUE(ReadImageFile(out, again, error, &kept)) << error;
+    ASSERT_EQ(again.model, ColourModel::CMYK);
+    ASSERT_EQ(again.width, h) << "not turned twice";
+    EXPECT_LT(Worst(again, upright), 16);
+    EXPECT_EQ(kept.iccProfile, icc);
+    EXPECT_EQ(ExifText(out, "Exif.Image.Model"), "Plumet Test");
+    EXPECT_EQ(ExifText(out, "Xmp.dc.title"), "lang=\"x-default\" Poster");
+    EXPECT_FALSE(WriteImageFile(dir + "/out.png", read, error, &extras));
+    EXPECT_NE(error.find("TIFF or JPEG"), std::string::npos) << error;
+
+    // Cut short, it is refused, not read in part.
+    const std::string whole = ReadText(in);
+    WriteBytes(dir + "/cut.jpg", whole.substr(0, whole.size() / 2));
+    EXPECT_FALSE(ReadImageFile(dir + "/cut.jpg", again, error));
+    EXPECT_NE(error.find("cut.jpg"), std::string::npos) << error;
 }
