@@ -129,6 +129,20 @@ uint16_t FileMetadata::Orientation(const std::string& path) {
     }
 }
 
+bool FileMetadata::Resolution(double& dpiX, double& dpiY) const {
+    constexpr double kInch = 2, kCentimetre = 3;
+    const double unit = ExifNumber(data_->exif, "Exif.Image.ResolutionUnit", kInch);
+    const double x = ExifNumber(data_->exif, "Exif.Image.XResolution", 0);
+    const double y = ExifNumber(data_->exif, "Exif.Image.YResolution", 0);
+    if ((unit != kInch && unit != kCentimetre) || !(x > 0) || !(y > 0)) return false;
+    const double perInch = unit == kCentimetre ? 2.54 : 1.0;
+    dpiX = x * perInch;
+    dpiY = y * perInch;
+    // orientations 5 to 8 store the picture's columns as rows
+    if (OrientationOf(data_->exif) >= 5) std::swap(dpiX, dpiY);
+    return true;
+}
+
 bool FileMetadata::WriteInto(const std::string& path, int width, int height,
                              std::string& error) const {
     QuietLibrary();

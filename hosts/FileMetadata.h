@@ -28,6 +28,10 @@ class FileMetadata {
     // when it states none or cannot be read.
     static uint16_t Orientation(const std::string& path);
 
+    // The resolution the EXIF states in dots per inch, across and down the
+    // upright picture; false when it states none in real units.
+    bool Resolution(double& dpiX, double& dpiY) const;
+
     // Puts the metadata into an image file of `width` by `height` upright
     // pixels: the orientation becomes "upright", the pixel dimensions follow
     // the image, and what described the input's own layout (strips, a

@@ -100,11 +100,16 @@ bool ReadImageFile(const std::string& path, HostImage& image, std::string& error
                     : isJpeg && jpeg.cmyk ? ReadCmykJpegFile(path, image, read, error)
                                           : ReadQtImageFile(path, image, read, error);
     if (!ok || !extras) return ok;
+    // Qt gives a JPEG with no JFIF resolution its own default resolution
+    // (96 dots per inch), which is not the file's.
+    if (isJpeg && jpeg.dpiX <= 0) read.dpiX = read.dpiY = 0;
     // A profile the format's reader could not make sense of is the file's
     // all the same: it goes on as it stands, if it is for such colours.
     std::vector<uint8_t> raw;
     read.metadata = FileMetadata::Read(path, read.iccProfile.empty() ? &raw : nullptr);
     if (ProfileIsFor(raw, image)) read.iccProfile = std::move(raw);
+    // A camera states its resolution in the EXIF only.
+    if (read.dpiX <= 0 && read.metadata) read.metadata->Resolution(read.dpiX, read.dpiY);
     *extras = std::move(read);
     return true;
 }

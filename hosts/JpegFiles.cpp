@@ -11,10 +11,10 @@
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
-#include <memory>
-#include <vector>
 #include <jerror.h>
 #include <jpeglib.h>
+#include <memory>
+#include <vector>
 
 namespace plumet::hosts {
 

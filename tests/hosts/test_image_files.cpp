@@ -644,3 +644,34 @@ TEST(HostImageFiles, CmykJpegStaysCmykWithItsProfileAndMetadata) {
     EXPECT_FALSE(ReadImageFile(dir + "/cut.jpg", again, error));
     EXPECT_NE(error.find("cut.jpg"), std::string::npos) << error;
 }
+
+TEST(HostImageFiles, JpegResolutionIsTheOneTheFileStates) {
+    const std::string dir = ScratchDir("jpegdpi");
+    // A camera's JPEG: no JFIF header, 72 dots per inch in its EXIF.
+    const std::string camera = dir + "/camera.jpg", bare = dir + "/bare.jpg";
+    WriteJpeg(camera, Pattern(16, 8, ColourModel::RGB, false));
+    WriteJpeg(bare, Pattern(16, 8, ColourModel::RGB, false));
+    {
+        auto image = Exiv2::ImageFactory::open(camera);
+        image->readMetadata();
+        image->exifData()["Exif.Image.XResolution"] = Exiv2::URational(72, 1);
+        image->exifData()["Exif.Image.YResolution"] = Exiv2::URational(72, 1);
+        image->exifData()["Exif.Image.ResolutionUnit"] = uint16_t(2);
+        image->writeMetadata();
+    }
+    HostImage read;
+    ImageExtras extras;
+    std::string error;
+    ASSERT_TRUE(ReadImageFile(camera, read, error, &extras)) << error;
+    EXPECT_EQ(extras.dpiX, 72);
+    EXPECT_EQ(extras.dpiY, 72);
+    const std::string out = dir + "/out.jpg";
+    ASSERT_TRUE(WriteImageFile(out, read, error, &extras)) << error;
+    JpegHeader header;
+    ASSERT_TRUE(ReadJpegHeader(out, header));
+    EXPECT_EQ(header.dpiX, 72) << "the JFIF agrees with the EXIF";
+    EXPECT_EQ(ExifText(out, "Exif.Image.XResolution"), "72/1");
+    // A JPEG that states none has none, whatever Qt supposes.
+    ASSERT_TRUE(ReadImageFile(bare, read, error, &extras)) << error;
+    EXPECT_EQ(extras.dpiX, 0);
+}
