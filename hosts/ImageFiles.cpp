@@ -77,6 +77,8 @@ bool ProfileIsFor(const std::vector<uint8_t>& profile, const HostImage& image) {
 
 const char* const kDeepImageNote =
     "more than 8 bits a channel: the filter works on 8 bits a channel, so the result has 8";
+const char* const kGreyImageNote =
+    "a grey image: the filter works on colour images, so the result is RGB";
 
 ImageFormat FormatFromExtension(const std::string& path) {
     const std::string ext = LowerExtension(path);

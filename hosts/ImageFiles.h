@@ -93,6 +93,8 @@ bool StoredAcross(uint16_t orientation);
 
 // The note for an image of more than 8 bits a channel.
 extern const char* const kDeepImageNote;
+// The note for a grey image, which is filtered, and written, as RGB.
+extern const char* const kGreyImageNote;
 // The quality JPEG files are written with.
 constexpr int kJpegQuality = 92;
 

@@ -165,6 +165,12 @@ bool ReadQtImageFile(const std::string& path, HostImage& image, ImageExtras& ext
     extras.iccProfile.assign(icc.begin(), icc.end());
     if (MoreThan8Bits(read.format()) || MoreThan8Bits(stored))
         extras.notes.push_back(kDeepImageNote);
+    // (a palette image asks only its colour table; a colour image is not
+    // searched for colour)
+    const QPixelFormat::ColorModel colours = QImage::toPixelFormat(read.format()).colorModel();
+    if (colours == QPixelFormat::Grayscale || colours == QPixelFormat::Alpha ||
+        (colours == QPixelFormat::Indexed && read.allGray()))
+        extras.notes.push_back(kGreyImageNote);
     if (turn != QImageIOHandler::TransformationNone) read = Upright(read, turn);
     const QImage::Format format = alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888;
     HostImage made;

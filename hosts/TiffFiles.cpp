@@ -367,6 +367,8 @@ bool ReadTiffFile(const std::string& path, HostImage& image, ImageExtras& extras
             : ReadThroughRgba(tif.get(), made, alphaSample, orientation, path, messages, error);
     if (!ok || !TurnUpright(made, orientation, path, error)) return false;
     ReadExtras(tif.get(), bits, orientation, extras);
+    if (photometric == PHOTOMETRIC_MINISBLACK || photometric == PHOTOMETRIC_MINISWHITE)
+        extras.notes.push_back(kGreyImageNote);
     image = std::move(made);
     return true;
 }

@@ -466,6 +466,21 @@ TEST(HostImageFiles, WhatTheFileHoldsBesidesPixelsGoesIntoTheOutput) {
     TIFFClose(t);
     ASSERT_TRUE(ReadImageFile(dir + "/deep.tif", read, error, &extras)) << error;
     EXPECT_EQ(extras.notes, std::vector<std::string>{kDeepImageNote});
+
+    // A grey image is filtered as RGB, and the reader says so, in PNG and TIFF.
+    WriteBytes(dir + "/grey.png", FlatPng(3, 2, true));
+    t = NewTiff(dir + "/grey.tif", 3, 1, 8, 1, PHOTOMETRIC_MINISBLACK);
+    ASSERT_NE(t, nullptr);
+    const uint8_t grey[3] = {10, 128, 250};
+    TIFFWriteScanline(t, const_cast<uint8_t*>(grey), 0, 0);
+    TIFFClose(t);
+    for (const char* name : {"grey.png", "grey.tif"}) {
+        SCOPED_TRACE(name);
+        ImageExtras said;
+        ASSERT_TRUE(ReadImageFile(dir + "/" + name, read, error, &said)) << error;
+        EXPECT_EQ(read.model, ColourModel::RGB);
+        EXPECT_EQ(said.notes, std::vector<std::string>{kGreyImageNote});
+    }
 }
 
 TEST(HostImageFiles, TiffStoredTurnedComesOutUpright) {
