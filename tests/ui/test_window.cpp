@@ -54,7 +54,12 @@ TEST_F(Window, EnterInTheTextFieldRebuildsTheLettersAndOkRendersThem) {
         QLineEdit* text = w.Controls().Edit(1041);
         text->setFocus();
         text->selectAll();
-        QTest::keyClicks(text, "Wood"); // letters of the tool keys stay letters
+        // letters of the tool keys stay letters, also while the window is
+        // not the active one
+        QTest::keyClicks(text, "Wo");
+        QApplication::setActiveWindow(nullptr);
+        QTest::keyClicks(text, "od");
+        QApplication::setActiveWindow(w.Widget());
         EXPECT_EQ(KeyRouter::LastStage(), KeyStage::MainWindow);
         before = w.GetViewWidget()->grab().toImage();
         QTest::keyClick(text, Qt::Key_Return);
@@ -259,8 +264,14 @@ TEST_F(Window, DragsInTheViewDriveTheToolsAndNumericControlsFollows) {
             QTest::mouseMove(view, middle + by);
             QTest::mouseRelease(view, Qt::LeftButton, {}, middle + by);
         };
-        Click(c.Get(1023)); // Numeric Controls
+        // Numeric Controls, by Enter on its button while the window is not
+        // the active one: the button, not OK, takes the key
+        c.Get(1023)->setFocus();
+        QApplication::setActiveWindow(nullptr);
+        QTest::keyClick(c.Get(1023), Qt::Key_Return);
+        QApplication::setActiveWindow(w.Widget());
         NumericControls* nc = w.GetNumericControls();
+        ASSERT_TRUE(nc && nc->isVisible());
         auto field = [nc](int id) { return nc->Controls().Combo(id)->currentText(); };
 
         QTest::keyClick(c.Get(1023), 'w');

@@ -1,6 +1,5 @@
 #include "ui/window/MainDialog.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -13,7 +12,9 @@ MainDialog::MainDialog(CommandHandler handler) : handler_(std::move(handler)) {
 void MainDialog::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     if ((key == Qt::Key_Return || key == Qt::Key_Enter) && event->modifiers() == Qt::NoModifier) {
-        auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+        // (the window's own focus: the key came from there, whether or not
+        // the window is the active one)
+        auto* button = qobject_cast<QPushButton*>(focusWidget());
         if (button && button->objectName() != "1017" && isAncestorOf(button))
             button->click();
         else

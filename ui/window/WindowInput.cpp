@@ -59,8 +59,13 @@ constexpr NudgeEntry kNudges[] = {
 // A key that belongs in the focused control, which then keeps the keys of
 // the table: a letter typed into a text field, a letter that picks a row of
 // a list or a combo, the arrows that move among the pages of the tabs.
-bool FocusWantsChars() {
+// A window can get keys before it is made the active one (a new window that
+// the window manager did not activate, or one under the pointer with no
+// window manager); the application then has no focus widget, and the keys go
+// to the control that has the window's own focus.
+bool FocusWantsChars(QWidget* window) {
     QWidget* focus = QApplication::focusWidget();
+    if (!focus && window) focus = window->focusWidget();
     return qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
            qobject_cast<QAbstractItemView*>(focus) || qobject_cast<QComboBox*>(focus) ||
            qobject_cast<QTabBar*>(focus);
@@ -71,7 +76,7 @@ bool FocusWantsChars() {
 
 void VZarbesoWindow_Win::OnAccelerator(int commandId) {
     gAcceleratorHandled = 0;
-    if (ended_ || FocusWantsChars()) return;
+    if (ended_ || FocusWantsChars(dialog_.get())) return;
     if (const ToolEntry* tool = ToolOfCommand(commandId)) {
         SelectToolButton(tool->buttonId);
         SetTool(tool->tool);
