@@ -1,5 +1,7 @@
 #include "hosts/FileMetadata.h"
 
+#include "hosts/ImageFiles.h"
+
 #include <exiv2/exiv2.hpp>
 
 #include <algorithm>
@@ -135,11 +137,10 @@ bool FileMetadata::Resolution(double& dpiX, double& dpiY) const {
     const double x = ExifNumber(data_->exif, "Exif.Image.XResolution", 0);
     const double y = ExifNumber(data_->exif, "Exif.Image.YResolution", 0);
     if ((unit != kInch && unit != kCentimetre) || !(x > 0) || !(y > 0)) return false;
-    const double perInch = unit == kCentimetre ? 2.54 : 1.0;
+    const double perInch = unit == kCentimetre ? kCentimetresPerInch : 1.0;
     dpiX = x * perInch;
     dpiY = y * perInch;
-    // orientations 5 to 8 store the picture's columns as rows
-    if (OrientationOf(data_->exif) >= 5) std::swap(dpiX, dpiY);
+    if (StoredAcross(OrientationOf(data_->exif))) std::swap(dpiX, dpiY);
     return true;
 }
 

@@ -97,6 +97,8 @@ extern const char* const kDeepImageNote;
 extern const char* const kGreyImageNote;
 // The quality JPEG files are written with.
 constexpr int kJpegQuality = 92;
+// For resolutions stated per centimetre.
+constexpr double kCentimetresPerInch = 2.54;
 
 } // namespace plumet::hosts
 

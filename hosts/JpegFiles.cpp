@@ -64,7 +64,7 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 void ReadDensity(const jpeg_decompress_struct& d, JpegHeader& header) {
     if (!d.saw_JFIF_marker || d.X_density == 0 || d.Y_density == 0) return;
     if (d.density_unit != 1 && d.density_unit != 2) return; // 0: an aspect ratio only
-    const double perInch = d.density_unit == 2 ? 2.54 : 1.0;
+    const double perInch = d.density_unit == 2 ? kCentimetresPerInch : 1.0;
     header.dpiX = d.X_density * perInch;
     header.dpiY = d.Y_density * perInch;
 }

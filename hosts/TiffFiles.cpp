@@ -264,8 +264,6 @@ bool TurnUpright(HostImage& image, uint16_t orientation, const std::string& path
 
 namespace {
 
-constexpr double kCentimetresPerInch = 2.54;
-
 // The resolution and the colour profile, as far as the file states them; the
 // resolution across and down the upright picture.
 void ReadExtras(TIFF* tif, uint16_t bits, uint16_t orientation, ImageExtras& extras) {
